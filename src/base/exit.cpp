@@ -1,0 +1,71 @@
+#include "base/exit.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+#include "base/debug.h"
+#include "base/memory.h"
+
+int StartingUp = 0;
+int Quitting = 0;
+
+namespace {
+
+// The text for a trapped signal; null for any other code.
+const char* SignalText(int code) {
+    switch (code) {
+    case SIGBUS:
+        return "\n\nKirvo: Bus error...\a\n";
+    case SIGSEGV:
+        return "\n\nKirvo: Segmentation violation...\a\n";
+    case SIGTERM:
+        return "\n\nKirvo: Program killed by user\n";
+    default:
+        return nullptr;
+    }
+}
+
+// A stack of its own, so that a handler can still run when the signal was raised by a stack overflow.
+alignas(16) char HandlerStack[64 * 1024];
+
+void Trap(int number) {
+    struct sigaction action = {};
+    action.sa_handler = KillProgram;
+    action.sa_flags = SA_ONSTACK;
+    sigaction(number, &action, nullptr);
+}
+
+} // namespace
+
+void KillProgram(int code) {
+    if (const char* text = SignalText(code)) {
+        // Only what is safe inside a signal handler: the heap or a stream may be locked by the code that was
+        // interrupted.
+        [[maybe_unused]] const auto written = write(STDERR_FILENO, text, std::strlen(text));
+        _exit(0);
+    }
+    if (code == FatalEnd)
+        std::fprintf(stderr, "Kirvo: Fatal error in program...\a\n");
+    else if (code != NormalEnd)
+        std::fprintf(stderr, "\n\nKirvo: Unknown signal %d\a\n", code);
+    else if (DeveloperBuild)
+        AnalyseMemory(1);
+    CloseDebugStream();
+    std::exit(0);
+}
+
+void TrapStuff() {
+    stack_t stack = {};
+    stack.ss_sp = HandlerStack;
+    stack.ss_size = sizeof HandlerStack;
+    sigaltstack(&stack, nullptr);
+
+    Trap(SIGTERM);
+    if (!DeveloperBuild) {
+        Trap(SIGBUS);
+        Trap(SIGSEGV);
+    }
+}
