@@ -1,0 +1,68 @@
+#pragma once
+
+// Loops in the midst of handling an event: drags, held buttons, menus. All of them read events through KeepQueueHappy,
+// so redraws, close requests and modifier keys keep working meanwhile, and all end when the program or their window
+// does.
+
+/// Reads the waiting events: 1 when the button was released among them (or the loop must end, see ModalLoopMustEnd), 0
+/// when the queue has run dry.
+int ButtonReleased(int button);
+
+/// Calls step(arg) at every retrace, the pointer having been read, while the left button is down.
+template <class Arg>
+void ButtonRepeat(void (*step)(Arg), Arg arg);
+
+/// One step of such a loop: reads an event and the pointer, and waits for the retrace. 0 when the left button is up or
+/// the loop must end.
+int ButtonRepeatStep();
+
+/// Follows the left button until it is released: at every clock tick calls step(), the pointer having been read. 1 when
+/// the button was released, 0 when the loop had to end.
+template <class Step>
+int TrackLeftButton(Step step);
+
+/// One step of such a loop: sleeps for a clock tick and reads the waiting events and the pointer. -1: the loop must
+/// end; 0: the button is still down; 1: it has been released.
+int TrackLeftButtonStep();
+
+/// Waits until the left button is released.
+void WaitForLeftRelease();
+
+/// The instants at which a held button acts: at once, after `first` clock ticks, then every `next`.
+class RepeatClock {
+  public:
+    RepeatClock(int first, int next);
+    /// 1 when it is time to act; the following instant is then counted from the one that was due.
+    int Due();
+    /// The next press acts at once again.
+    void Restart();
+
+  private:
+    int First, Following;
+    bool Started = false;
+    long NextTime = 0;
+};
+
+/// For a press that may be the second of a double click. target(0) tells whether the press is on something else than
+/// the last one; after the release target(1) acts on the click. 1 when this was the second click on the same thing of
+/// the same window within less than 50 clock ticks.
+int DoDoubleClick(int (*target)(int act));
+
+/// Ticks of the clock, 1/100 s.
+long ClockTicks();
+
+template <class Arg>
+void ButtonRepeat(void (*step)(Arg), Arg arg) {
+    while (ButtonRepeatStep())
+        step(arg);
+}
+
+template <class Step>
+int TrackLeftButton(Step step) {
+    for (;;) {
+        int state = TrackLeftButtonStep();
+        if (state)
+            return state > 0;
+        step();
+    }
+}
