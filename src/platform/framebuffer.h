@@ -35,12 +35,10 @@ void multisample(bool on);
 
 // Shows the back buffer of the current window; nothing with one buffer.
 void swapbuffers();
-// Which colour buffers of a double-buffered window drawing goes to: the shown (front) one when on, so that it is seen
-// at once, and the hidden (back) one. At first the back buffer alone. A window with one buffer always draws to that
-// one. Both may be on: drawing then goes to both.
+// On: drawing in a double-buffered window goes to the shown (front) buffer, so that it is seen at once; off, the state
+// of a new window: to the hidden (back) buffer. A window with one buffer always draws to the shown one.
 void frontbuffer(bool on);
-void backbuffer(bool on);
-// Which buffers are written: bit 0 the back buffer, bit 1 the front buffer.
+// Which buffer is written: BCKBUFFER or FRNTBUFFER.
 int getbuffer();
 constexpr int BCKBUFFER = 1, FRNTBUFFER = 2;
 
