@@ -1,0 +1,63 @@
+#include "store/integrity.h"
+
+#include "base/exit.h"
+#include "store/accessors.h"
+#include "store/walks.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+void Expect(bool holds, const char* message) {
+    if (!holds)
+        IntegrityFail(message);
+}
+
+void CheckObjectList(const Object* object) {
+    for (Polygon* polygon : EveryPolygon(object))
+        polygon->Mark = 0;
+    Expect(!object->FirstPolygon || !object->FirstPolygon->Prev, "First polygon has a previous");
+    for (Polygon* polygon : EveryPolygon(object)) {
+        Expect(!polygon->Next || polygon->Next->Prev == polygon, "Next polygon doesn't point back");
+        for (const PolygonBead* bead : EveryBead(polygon))
+            Expect(bead->Polygon == polygon, "Polygon bead has bad owner");
+        Expect(!polygon->Mark, "Polygon list loops back on itself");
+        polygon->Mark = 1;
+    }
+}
+
+void CheckSubObjects(const Object* object) {
+    for (const SubObject* subObject : EverySubObject(object)) {
+        Expect(!subObject->FirstPolygon || !subObject->FirstPolygon->PrevSibling,
+               "First polygon in sub object has a previous");
+        for (Polygon* polygon : EveryTopPolygon(subObject)) {
+            Expect(!polygon->NextSibling || polygon->NextSibling->PrevSibling == polygon,
+                   "Next polygon in sub object doesn't point back");
+            Expect(polygon->SubObject, "Polygon has NULL owner");
+            Expect(polygon->SubObject == subObject, "Polygon has bad owner");
+            Expect(polygon->Mark, "Loop in sub object polygons");
+            polygon->Mark = 0;
+            for (Polygon* subPolygon : EverySubPolygon(polygon))
+                subPolygon->Mark = 0;
+        }
+    }
+}
+
+} // namespace
+
+void CheckIntegrity() {
+    const Object* object = CurrentObject();
+    CheckObjectList(object);
+    CheckSubObjects(object);
+    for (const Polygon* polygon : EveryPolygon(object))
+        Expect(!polygon->Mark, "Polygon not part of a sub object");
+    for (const Lod* lod : EveryLod(object))
+        for (const LodBead* bead : EveryLodBead(lod))
+            Expect(bead->Lod == lod, "Lod bead doesn't point back to owner");
+}
+
+void IntegrityFail(const char* message) {
+    std::fprintf(stderr, "\n\n\nKirvo: data integrity failure - %s!\a\n", message);
+    KillProgram(FatalErrorCode);
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+// The canonical order of a model's lists. Equal keys come out in the reverse of their previous order.
+
+/// Sorts the current object's sub-objects by name (byte order), then its levels of detail.
+void SortObject();
+
+/// Sorts the current object's levels of detail by ascending distance, unless they are; 1 when it sorted.
+int SortLods();
+
+/// Sorts the current file's objects by name, ignoring case.
+void SortObjectList();
