@@ -4,8 +4,8 @@
 #include "store/accessors.h"
 #include "store/walks.h"
 
+#include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -14,9 +14,24 @@ void Expect(bool holds, const char* message) {
         IntegrityFail(message);
 }
 
-void CheckObjectList(const Object* object) {
-    for (Polygon* polygon : EveryPolygon(object))
+/// Clears every mark even when the list loops: Brent's walk has met every polygon when it notices the loop.
+void ClearMarks(Polygon* first) {
+    const Polygon* trail = nullptr;
+    std::size_t steps = 0, lap = 1;
+    for (Polygon* polygon = first; polygon && polygon != trail; polygon = polygon->Next) {
         polygon->Mark = 0;
+        if (++steps == lap) {
+            trail = polygon;
+            steps = 0;
+            lap *= 2;
+        }
+    }
+}
+
+/// Returns the number of polygons.
+std::size_t CheckObjectList(const Object* object) {
+    ClearMarks(object->FirstPolygon);
+    std::size_t count = 0;
     Expect(!object->FirstPolygon || !object->FirstPolygon->Prev, "First polygon has a previous");
     for (Polygon* polygon : EveryPolygon(object)) {
         Expect(!polygon->Next || polygon->Next->Prev == polygon, "Next polygon doesn't point back");
@@ -24,10 +39,13 @@ void CheckObjectList(const Object* object) {
             Expect(bead->Polygon == polygon, "Polygon bead has bad owner");
         Expect(!polygon->Mark, "Polygon list loops back on itself");
         polygon->Mark = 1;
+        ++count;
     }
+    return count;
 }
 
-void CheckSubObjects(const Object* object) {
+void CheckSubObjects(const Object* object, std::size_t polygons) {
+    std::size_t met = 0;
     for (const SubObject* subObject : EverySubObject(object)) {
         Expect(!subObject->FirstPolygon || !subObject->FirstPolygon->PrevSibling,
                "First polygon in sub object has a previous");
@@ -38,8 +56,11 @@ void CheckSubObjects(const Object* object) {
             Expect(polygon->SubObject == subObject, "Polygon has bad owner");
             Expect(polygon->Mark, "Loop in sub object polygons");
             polygon->Mark = 0;
-            for (Polygon* subPolygon : EverySubPolygon(polygon))
+            ++met;
+            for (Polygon* subPolygon : EverySubPolygon(polygon)) {
                 subPolygon->Mark = 0;
+                Expect(++met <= polygons, "Loop in sub object polygons");
+            }
         }
     }
 }
@@ -48,8 +69,8 @@ void CheckSubObjects(const Object* object) {
 
 void CheckIntegrity() {
     const Object* object = CurrentObject();
-    CheckObjectList(object);
-    CheckSubObjects(object);
+    const std::size_t polygons = CheckObjectList(object);
+    CheckSubObjects(object, polygons);
     for (const Polygon* polygon : EveryPolygon(object))
         Expect(!polygon->Mark, "Polygon not part of a sub object");
     for (const Lod* lod : EveryLod(object))
@@ -59,5 +80,5 @@ void CheckIntegrity() {
 
 void IntegrityFail(const char* message) {
     std::fprintf(stderr, "\n\n\nKirvo: data integrity failure - %s!\a\n", message);
-    KillProgram(FatalErrorCode);
+    KillProgram(FatalEnd);
 }

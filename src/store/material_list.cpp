@@ -2,8 +2,8 @@
 
 #include "base/memory.h"
 #include "store/accessors.h"
-#include "store/pools.h"
 #include "store/polygon_scan.h"
+#include "store/pools.h"
 #include "store/storage.h"
 #include "store/walks.h"
 

@@ -7,8 +7,8 @@
 /// Appends the material. The first of a list becomes the current material, unless merging.
 void AddMaterial(Material* material);
 
-/// Takes the material off the list and frees it; a deleted current material is succeeded by a neighbour. Polygons that use
-/// it are not changed: replace it first.
+/// Takes the material off the list and frees it; a deleted current material is succeeded by a neighbour. Polygons that
+/// use it are not changed: replace it first.
 void DeleteMaterial(Material* material);
 
 void FreeAllMaterials();

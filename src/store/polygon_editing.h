@@ -36,15 +36,15 @@ Polygon* AddPolygon(PolygonBead* beads, Polygon* parent);
 /// Copies materials, lighting, texture, light group and flags; not selection, normal or links.
 void CopyPolygonInfo(Polygon* destination, const Polygon* source);
 
-/// A polygon on no list, without sub-polygons. With `useCopies` its corners are the Copy of the source's vertices, which
-/// the caller has made; otherwise the same vertices, whose Uses are incremented.
+/// A polygon on no list, without sub-polygons. With `useCopies` its corners are the Copy of the source's vertices,
+/// which the caller has made; otherwise the same vertices, whose Uses are incremented.
 Polygon* CopyOfPolygon(const Polygon* polygon, int useCopies);
 
 /// Releases a polygon that is on no list, and its beads.
 void LosePolygon(Polygon* polygon);
 
-/// Removes a polygon with all its sub-polygons. With `deleteVertices`, vertices whose last use goes are deleted too; that
-/// needs valid connections.
+/// Removes a polygon with all its sub-polygons. With `deleteVertices`, vertices whose last use goes are deleted too;
+/// that needs valid connections.
 void DeletePolygon(Polygon* polygon, int deleteVertices);
 
 /// Reverses the ring, so that the polygon faces the other way: the former last bead becomes the first.
@@ -55,8 +55,8 @@ void ScanSubPolygons(Polygon* polygon, void (*function)(Polygon*, void*), void* 
 
 // Beads. A chain is named by its head, null when empty.
 
-/// Appends a corner. The bead's Polygon is set by AddPolygon or by the caller. Appending again and again to one chain is
-/// quick; a caller that relinks an uncommitted chain by hand in between calls ForgetLastBead.
+/// Appends a corner. The bead's Polygon is set by AddPolygon or by the caller. Appending again and again to one chain
+/// is quick; a caller that relinks an uncommitted chain by hand in between calls ForgetLastBead.
 PolygonBead* AddPolygonBead(PolygonBead*& chain, Vertex* vertex);
 void ForgetLastBead();
 

@@ -38,7 +38,7 @@ class Pool {
         }
         auto* record = static_cast<Record*>(Chunks.Take());
         if (!record)
-            KillProgram(FatalErrorCode);
+            KillProgram(FatalEnd);
         return record;
     }
 
@@ -67,7 +67,8 @@ class Pool {
     RecordChunks Chunks{sizeof(Record), OffsetOf(Link)};
 };
 
-Pool<&Vertex::Next, &Vertex::Prev, &Vertex::Copy, &Vertex::NextInSubset, &Vertex::NextInGroup, &Vertex::Beads> VertexPool;
+Pool<&Vertex::Next, &Vertex::Prev, &Vertex::Copy, &Vertex::NextInSubset, &Vertex::NextInGroup, &Vertex::Beads>
+    VertexPool;
 Pool<&PolygonBead::Next, &PolygonBead::NextOnVertex, &PolygonBead::Vertex, &PolygonBead::Polygon> BeadPool;
 Pool<&Polygon::Next, &Polygon::Prev, &Polygon::NextSibling, &Polygon::PrevSibling, &Polygon::Parent,
      &Polygon::FirstChild, &Polygon::Copy, &Polygon::NextSelected, &Polygon::SubObject, &Polygon::Beads>
@@ -85,7 +86,7 @@ template <class Record>
 Record* NewZeroRecord() {
     auto* record = static_cast<Record*>(Allocate(sizeof(Record)));
     if (!record)
-        KillProgram(FatalErrorCode);
+        KillProgram(FatalEnd);
     std::memset(static_cast<void*>(record), 0, sizeof(Record));
     return record;
 }

@@ -2,7 +2,7 @@
 
 #include "store/records.h"
 
-#include <cstddef>
+#include <cstdint>
 
 // Creation and release of the model's records. The small ones come from pools: a released record is kept on a free list
 // for the next creation, so both are quick and memory stays for reuse; FreeSpare... gives the spare ones back to the
@@ -79,6 +79,6 @@ void FreeTexture(Texture* texture);
 /// Set whenever a branch is created or the scene is replaced: the scene radius must be computed anew.
 extern int SceneChangedSize;
 
-/// Counts the changes after which a chain or list that was valid may hold a released record: hints that outlive a call
-/// compare it.
+/// How many beads and sub-objects have been released so far: hints about chains and lists hold only while it stays the
+/// same. Whoever moves a sub-object to another object by hand counts that too.
 extern unsigned BeadReleases, SubObjectReleases;

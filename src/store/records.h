@@ -23,14 +23,14 @@ struct Texture;
 struct Vertex {
     Vertex* Next; // the object's vertices
     Vertex* Prev;
-    Vertex* Copy;           // duplicate while an object or a set of polygons is being copied
-    Vertex* NextInSubset;   // next on the object's loose or selected list; a vertex is on at most one
-    Vertex* NextInGroup;    // scratch link of one running operation
-    PolygonBead* Beads;     // first bead that uses the vertex, through NextOnVertex; valid while ConnectionsOK
-    std::int32_t Uses;      // number of those beads, 0 for a loose vertex; valid while ConnectionsOK
-    std::int32_t Mark;      // scratch number
-    std::int32_t Selected;  // flag
-    double Position[3];     // x, y, z
+    Vertex* Copy;            // duplicate while an object or a set of polygons is being copied
+    Vertex* NextInSubset;    // next on the object's loose or selected list; a vertex is on at most one
+    Vertex* NextInGroup;     // scratch link of one running operation
+    PolygonBead* Beads;      // first bead that uses the vertex, through NextOnVertex; valid while ConnectionsOK
+    std::int32_t Uses;       // number of those beads, 0 for a loose vertex; valid while ConnectionsOK
+    std::int32_t Mark;       // scratch number
+    std::int32_t Selected;   // flag
+    double Position[3];      // x, y, z
     double SavedPosition[3]; // Position at the start of an interactive move
 };
 
@@ -44,12 +44,12 @@ struct Polygon {
     Polygon* FirstChild; // first sub-polygon
     Polygon* Copy;       // duplicate during an object copy
     Polygon* NextSelected;
-    ::SubObject* SubObject; // owner; set for sub-polygons too
-    PolygonBead* Beads;     // in ring order; the ring closes from the last to the first
-    ::Texture* Texture;     // null when untextured
-    std::int32_t Selected;  // flag
-    std::int32_t Mark;      // scratch flag
-    ::Material* Material;   // of an untextured polygon
+    ::SubObject* SubObject;      // owner; set for sub-polygons too
+    PolygonBead* Beads;          // in ring order; the ring closes from the last to the first
+    ::Texture* Texture;          // null when untextured
+    std::int32_t Selected;       // flag
+    std::int32_t Mark;           // scratch flag
+    ::Material* Material;        // of an untextured polygon
     ::Material* TextureMaterial; // used while textured
     std::uint8_t Lighting;       // LightingUnlit, LightingFaceted or LightingSmooth
     std::uint8_t Flags;          // PolygonFlag bits
@@ -74,8 +74,8 @@ struct PolygonBead {
     PolygonBead* NextOnVertex; // next bead that uses the same vertex; valid while ConnectionsOK
     ::Vertex* Vertex;
     ::Polygon* Polygon;
-    float Normal[3];   // of this corner when the polygon is smooth
-    float TexCoord[2]; // u, v
+    float Normal[3];          // of this corner when the polygon is smooth
+    float TexCoord[2];        // u, v
     std::int32_t SmoothState; // scratch of normal smoothing
 };
 
@@ -83,9 +83,9 @@ struct PolygonBead {
 struct SubObject {
     SubObject* Next;
     SubObject* Prev;
-    SubObject* Copy; // duplicate during an object copy
-    char* Name;      // owned
-    std::int32_t Index; // sequence number given while a file is written
+    SubObject* Copy;       // duplicate during an object copy
+    char* Name;            // owned
+    std::int32_t Index;    // sequence number given while a file is written
     Polygon* FirstPolygon; // top-level polygons, through NextSibling
     std::int32_t Visible;  // flag: belongs to the selected level of detail
     double Max[3], Min[3]; // box of its vertices, computed with the normals
@@ -105,7 +105,7 @@ struct LodBead {
     LodBead* Next;
     LodBead* Prev;
     ::SubObject* SubObject;
-    ::Lod* Lod;          // owner
+    ::Lod* Lod;         // owner
     std::int32_t Shown; // stays visible while the structure editor hides sub-objects
 };
 
@@ -116,9 +116,9 @@ struct Object {
     Object* UndoCopy; // snapshot taken before the last undoable change, or null
     char* Name;       // owned
     Vertex* FirstVertex;
-    Vertex* FirstLooseVertex;    // unselected and used by no polygon, through NextInSubset
-    Vertex* FirstSelectedVertex; // through NextInSubset
-    Polygon* FirstPolygon;       // sub-polygons included
+    Vertex* FirstLooseVertex;      // unselected and used by no polygon, through NextInSubset
+    Vertex* FirstSelectedVertex;   // through NextInSubset
+    Polygon* FirstPolygon;         // sub-polygons included
     Polygon* FirstSelectedPolygon; // through NextSelected
     SubObject* FirstSubObject;
     Lod* FirstLod;
@@ -128,16 +128,16 @@ struct Object {
     ::View DefaultObject3D;
     ::View DefaultObject2D[DefaultView2DCount];
     WorkAreaRecord WorkArea;
-    double Min[3], Max[3]; // box of the vertices, computed with the normals
-    double Radius;         // of a sphere about the origin, metres
-    std::int32_t GridIndex; // grid size index
-    std::int32_t GridSteps; // grid subdivision count
-    std::int32_t Id;        // sequence number given while a file is written
+    double Min[3], Max[3];   // box of the vertices, computed with the normals
+    double Radius;           // of a sphere about the origin, metres
+    std::int32_t GridIndex;  // grid size index
+    std::int32_t GridSteps;  // grid subdivision count
+    std::int32_t Id;         // sequence number given while a file is written
     std::int32_t Attributes; // ObjectAttribute bits, stored in files
 
     // The cache state. Edits only clear or set these; CleanUpObject brings what they guard up to date.
-    std::int32_t ConnectionsOK; // the vertices' Beads and Uses are valid
-    std::int32_t NormalsOK;     // normals, Min, Max and Radius are valid
+    std::int32_t ConnectionsOK;           // the vertices' Beads and Uses are valid
+    std::int32_t NormalsOK;               // normals, Min, Max and Radius are valid
     std::int32_t PolygonSelectionChanged; // the selected-polygon list must be rebuilt
     std::int32_t VertexSelectionChanged;  // the selected- and loose-vertex lists must be rebuilt
 
@@ -154,18 +154,18 @@ struct Branch {
     Branch* Prev; // siblings
     Branch* Next;
     Branch* FirstChild;
-    Branch* Parent; // set in the first of a sibling list only
-    Branch* Copy;   // counterpart of a scene copy, both ways
-    char* Name;     // owned, or null
+    Branch* Parent;                                   // set in the first of a sibling list only
+    Branch* Copy;                                     // counterpart of a scene copy, both ways
+    char* Name;                                       // owned, or null
     std::int32_t X, Y, Width, Height, BoxX, BoxWidth; // layout in the scene builder, pixels
-    std::int32_t Collapsed; // flag: children are hidden in the scene builder
-    std::int32_t Visible;   // flag: drawn
-    ::Object* Object;       // null for a group
-    Matrix Transform;       // places the branch's own object only, never its descendants'
-    Matrix MoveStart;       // Transform at the start of an interactive move
-    std::int32_t Selected;  // flag
-    std::int32_t Copied;    // scratch flag of the scene clipboard
-    double Min[3], Max[3];  // the object's box in scene space
+    std::int32_t Collapsed;                           // flag: children are hidden in the scene builder
+    std::int32_t Visible;                             // flag: drawn
+    ::Object* Object;                                 // null for a group
+    Matrix Transform;                                 // places the branch's own object only, never its descendants'
+    Matrix MoveStart;                                 // Transform at the start of an interactive move
+    std::int32_t Selected;                            // flag
+    std::int32_t Copied;                              // scratch flag of the scene clipboard
+    double Min[3], Max[3];                            // the object's box in scene space
 };
 
 /// Colours of a surface. Not pooled.
@@ -190,8 +190,8 @@ struct Material {
 struct Texture {
     Texture* Prev;
     Texture* Next;
-    char* FileName;     // owned
-    std::int32_t GLId; // definition number in the graphics layer, -1 once freed
+    char* FileName;                         // owned
+    std::int32_t GLId;                      // definition number in the graphics layer, -1 once freed
     std::int32_t Width, Height, Components; // pixels; bytes a pixel
     std::int32_t Index;                     // sequence number given while a file is written
     std::int32_t Used;                      // scratch flag of the unused-texture sweep

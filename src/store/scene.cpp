@@ -28,8 +28,8 @@ void DeselectWholeScene() {
     Call(TheSceneSlots.DeselectScene);
 }
 
-/// Copies the branches of the tree that starts at `source` up to the end of `source`'s own list, or, without `siblings`,
-/// of its subtree alone. No recursion: a tree may be as deep as a file makes it.
+/// Copies the branches of the tree that starts at `source` up to the end of `source`'s own list, or, without
+/// `siblings`, of its subtree alone. No recursion: a tree may be as deep as a file makes it.
 Branch* CopyTree(Branch* source, bool siblings) {
     Branch* first = nullptr;
     for (Branch* branch : EveryBranch(source)) {

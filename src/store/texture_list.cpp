@@ -1,8 +1,8 @@
 #include "store/texture_list.h"
 
 #include "store/accessors.h"
-#include "store/pools.h"
 #include "store/polygon_scan.h"
+#include "store/pools.h"
 #include "store/storage.h"
 #include "store/walks.h"
 

@@ -10,8 +10,8 @@ void AddTextureToList(Texture* texture);
 /// The first texture with this file name, or null.
 Texture* TextureExists(const char* fileName);
 
-/// Takes the texture off the list and frees it; a deleted current texture is succeeded by a neighbour. Polygons that use
-/// it are not changed: replace it first.
+/// Takes the texture off the list and frees it; a deleted current texture is succeeded by a neighbour. Polygons that
+/// use it are not changed: replace it first.
 void DeleteTexture(Texture* texture);
 
 /// Deletes the current texture, when there is one.

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-/// One model view: how the model is oriented and placed in front of the eye. An all-zero record is not set up; it is made
-/// from the defaults before its next use.
+/// One model view: how the model is oriented and placed in front of the eye. An all-zero record is not set up; it is
+/// made from the defaults before its next use.
 struct View {
     std::int32_t Valid;       // 0: not set up
     std::int32_t Stale;       // 1: the projection must be recomputed for the window's aspect before the next draw
@@ -31,7 +31,7 @@ struct WorkAreaRecord {
     double HalfSize;      // half the edge of the cube, metres
 };
 
-inline constexpr int ViewportLimit = 3;   // views of an object, and of the scene
+inline constexpr int ViewportLimit = 3;      // views of an object, and of the scene
 inline constexpr int DefaultView2DCount = 6; // one a direction
 
 /// Viewports shown in the main window: 1 or 3.
