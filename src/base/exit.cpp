@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <unistd.h>
 
 #include "base/debug.h"
@@ -38,6 +39,15 @@ void Trap(int number) {
     sigaction(number, &action, nullptr);
 }
 
+// A program inherits the signals that its starter had blocked.
+void Unblock(std::initializer_list<int> numbers) {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : numbers)
+        sigaddset(&set, number);
+    sigprocmask(SIG_UNBLOCK, &set, nullptr);
+}
+
 } // namespace
 
 void KillProgram(int code) {
@@ -68,4 +78,5 @@ void TrapStuff() {
         Trap(SIGBUS);
         Trap(SIGSEGV);
     }
+    Unblock({SIGTERM, SIGBUS, SIGSEGV});
 }

@@ -1,0 +1,5 @@
+#include "shell/start_up.h"
+
+int main(int argumentCount, char* arguments[]) {
+    RunKirvo(argumentCount, arguments);
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// How to start a program, and with what around it.
+struct ProgramStart {
+    std::filesystem::path Program;
+    std::vector<std::string> Arguments;                           // without the program's own name
+    std::string Name;                                             // as the program sees it; empty: Program
+    std::filesystem::path Directory = "/";                        // it starts in
+    std::vector<std::pair<std::string, std::string>> Environment; // all of it
+    int PendingSignal = 0; // waits for the program to unblock it: arrives as soon as its handlers stand
+};
+
+/// What a program left behind.
+struct ProgramEnd {
+    int Status = -1; // exit status; -1 when a signal ended it
+    int Signal = 0;  // that ended it
+    std::string Output;
+    std::string Errors;
+};
+
+/// Runs a program with no input until it ends. Throws when it cannot be run.
+ProgramEnd RunProgram(const ProgramStart& start);
