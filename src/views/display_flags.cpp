@@ -1,0 +1,4 @@
+#include "views/display_flags.h"
+
+int HideScene;
+int HideSubObjects;
