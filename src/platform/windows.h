@@ -1,7 +1,7 @@
 // The program's windows: internal windows on one screen of the layer's own, which is the content of one desktop window
 // or exists in memory only. Coordinates are drawing pixels, origin at the bottom left, y upwards: of the screen for
 // top-level windows, of the parent for subwindows. One window is current (winset); drawing and the calls without an
-// identifier address it. Without a current window they do nothing.
+// identifier address it. Without a current window they do nothing. Their buffers and the overlay: framebuffer.h.
 #pragma once
 
 #include <string>
@@ -49,7 +49,7 @@ void winset(int id);
 int winget();
 
 // Moves and resizes the current window's content; inclusive edges. Screen pixels, or pixels of the parent for a
-// subwindow. The caller redraws: no REDRAW is queued for a size that the program itself chose.
+// subwindow. A new size queues REDRAW.
 void winposition(int x1, int x2, int y1, int y2);
 // Moves the current window, keeping its size.
 void winmove(int x, int y);
@@ -65,40 +65,6 @@ void foreground();
 // Lower left corner of the current window's content on the screen (also of a subwindow's); its size.
 void getorigin(int* x, int* y);
 void getsize(int* width, int* height);
-
-// ---- Buffers of the current window ----
-
-// What the next gconfig makes of the current window.
-void RGBmode();
-void doublebuffer();
-void singlebuffer();
-void zbsize(int bits);
-void stensize(int bits);
-void mssize(int samples, int depthBits, int stencilBits);
-// Makes the choices take effect. The visible picture stays, the back buffer is undefined.
-void gconfig();
-
-// Shows the back buffer of a double-buffered window and waits, as far as time is virtual, for the retrace; the back
-// buffer is undefined afterwards. A single-buffered window shows what was drawn since anyway.
-void swapbuffers();
-// Whether drawing to a double-buffered window goes to its visible buffer, to its back buffer (both at once is not
-// offered: frontbuffer(1) turns backbuffer off and the other way round). What is drawn to the visible buffer is shown
-// at the next presentation.
-void frontbuffer(int on);
-void backbuffer(int on);
-// Bits of BCKBUFFER, FRNTBUFFER: where drawing goes now. A single-buffered window answers FRNTBUFFER.
-int getbuffer();
-inline constexpr int BCKBUFFER = 1;
-inline constexpr int FRNTBUFFER = 2;
-// Shows at once what has been drawn so far.
-void gflush();
-
-// ---- The overlay ----
-
-// From here until endfullscrn the current window's coordinates reach over the whole screen: position (0, 0) is the
-// screen's lower left corner and nothing is clipped to the window. Meant for drawing to the overlay (drawmode PUPDRAW).
-void fullscrn();
-void endfullscrn();
 
 // ---- For the layers above and for tests ----
 
