@@ -23,8 +23,8 @@ constexpr int SmallestWidth = 48, SmallestHeight = 16;
 // Nor larger: graphics memory.
 constexpr int LargestSize = 16384;
 
-// Which side decides when the aspect is fixed: the one that the user pulls; of two, the one that makes the window larger;
-// or the one that keeps it within the wish.
+// Which side decides when the aspect is fixed: the one that the user pulls; of two, the one that makes the window
+// larger; or the one that keeps it within the wish.
 enum class Leading { Width, Height, Larger, Smaller };
 
 // The allowed size next to a wish. Minimum and maximum win over aspect and steps where they contradict.
