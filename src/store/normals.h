@@ -1,0 +1,18 @@
+#pragma once
+
+#include "store/records.h"
+
+// Normals of polygons and corners, and the bounds of an object.
+
+/// Flag: GenerateNormals is computing the radius. While it is set, ObjectRadius starts no clean-up.
+extern int SussingRadius;
+
+/// Sets the polygon's unit Normal by Newell's method: it points to where the ring is seen counter-clockwise. A ring
+/// without area returns 0 and leaves Normal alone, else 1.
+int GeneratePolygonNormal(Polygon* polygon);
+
+/// Computes all normals, boxes and the radius of the current object, whose connections must be valid. Polygons without
+/// area are deleted, with the vertices that only they used; the connections are then made anew and both selections need
+/// rebuilding. A corner of a smooth polygon gets the mean normal of the smooth polygons of its light group and
+/// sub-object that meet at its vertex at less than 120 degrees to the first of them. Linear in the number of beads.
+void GenerateNormals();
