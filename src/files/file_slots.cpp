@@ -1,0 +1,3 @@
+#include "files/file_slots.h"
+
+FileSlots TheFileSlots;
