@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string_view>
+
+/// Reads a model of version 1.00, plain text, into a new object of the emptied current file, named after FileName
+/// without its extension. `body` is what follows the header line of the file. An error is recorded with SetError; the
+/// store then holds what was read before it, for the caller to empty.
+void ReadKirvo100(std::string_view body);
