@@ -50,7 +50,8 @@ void Encode(const std::vector<std::uint8_t>& row, std::vector<std::uint8_t>& out
             continue;
         }
         std::size_t end = i;
-        while (end < count && end - i < 127 && !(end + 2 < count && row[end] == row[end + 1] && row[end] == row[end + 2]))
+        while (end < count && end - i < 127 &&
+               !(end + 2 < count && row[end] == row[end + 1] && row[end] == row[end + 2]))
             ++end;
         out.push_back(static_cast<std::uint8_t>(0x80 | (end - i)));
         out.insert(out.end(), row.begin() + i, row.begin() + end);

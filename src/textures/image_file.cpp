@@ -247,7 +247,9 @@ std::vector<StoredRow> RowsInFileOrder(const ImageFile& image) {
 class PixelBlock {
   public:
     explicit PixelBlock(const ImageFile& image)
-        : Width(image.XSize), Rows(image.YSize), Channels(image.ZSize),
+        : Width(image.XSize),
+          Rows(image.YSize),
+          Channels(image.ZSize),
           Pitch((std::size_t{Width} * Channels + 3) / 4 * 4) {}
 
     bool Make() {
@@ -326,8 +328,8 @@ int ReadImageRow(ImageFile* image, std::uint8_t* destination, int y, int z) {
 
 void CloseImage(ImageFile* image) {
     std::fclose(image->File);
-    for (void* block : {static_cast<void*>(image->Buffer), static_cast<void*>(image->RowStart),
-                        static_cast<void*>(image->RowSize)})
+    for (void* block :
+         {static_cast<void*>(image->Buffer), static_cast<void*>(image->RowStart), static_cast<void*>(image->RowSize)})
         if (block)
             Free(block);
     Free(image);

@@ -22,8 +22,8 @@ struct TextureDefinitionSlots {
 
 extern TextureDefinitionSlots TheTextureDefinitionSlots;
 
-/// Gives the texture its definition number and, when the definition is new, its size and aspect from the image. A texture
-/// whose image cannot be read gets a grey chequer of 16 by 16 pixels, under a number of its own.
+/// Gives the texture its definition number and, when the definition is new, its size and aspect from the image. A
+/// texture whose image cannot be read gets a grey chequer of 16 by 16 pixels, under a number of its own.
 void DefineTexture(Texture* texture);
 
 /// DefineTexture for every texture of the current file in order.
