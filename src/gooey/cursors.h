@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 // Cursors drawn as text: one string a row, the first the top row, any character but a blank a set pixel.
 
 /// The cursor of a window that is disabled.
@@ -11,9 +13,9 @@ void DefineCursor16(const char* const* picture, int index, int hotX, int hotY, i
 void DefineCursor32(const char* const* picture, int index, int hotX, int hotY, int withMask);
 
 /// The two planes of a cursor with a mask: the picture's rows, then the silhouette without the picture; bottom row
-/// first, the leftmost pixel in the highest bit.
-void MakeMask16(unsigned short planes[32], const char* const* picture);
-void MakeMask32(unsigned int planes[64], const char* const* picture);
+/// first, the leftmost pixel in the highest bit, rows of 32 as two words, the left one first.
+void MakeMask16(std::uint16_t planes[32], const char* const* picture);
+void MakeMask32(std::uint16_t planes[128], const char* const* picture);
 
 void DefineBusyCursor();
 

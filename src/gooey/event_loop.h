@@ -60,6 +60,9 @@ int CheckEvents();
 /// Non-zero while a function of the window, or of a child of it, is handling an event: its WINSHUT waits until it has.
 int HandlingEventIn(const Window* window);
 
+/// Ends the handling of events in a window that is being freed. For ShutWindow.
+void ForgetHandlingWindow(const Window* window);
+
 /// Non-zero when a drag or another loop in the midst of an event should end as if its button had been released: the
 /// program ends, or a window whose event is being handled is to be shut.
 int ModalLoopMustEnd();

@@ -4,6 +4,10 @@
 inline constexpr int GOOEY_DIRTY = 16384;
 inline constexpr int GOOEY_SPECIAL = 16385;
 
+/// Set whenever events are read: the next window to open, which becomes current, first has the present input window
+/// announced once more.
+extern int InputChangePending;
+
 /// Appends an event to the program's own queue, which is read before the graphics layer's.
 void QueueEvent(int device, short value);
 

@@ -8,13 +8,18 @@
 /// when the queue has run dry.
 int ButtonReleased(int button);
 
-/// Calls step(arg) at every retrace, the pointer having been read, while the left button is down.
+/// Calls step(arg), or step(), at every retrace while the left button is down, the pointer having been read; once at
+/// least, so that no click is too quick.
 template <class Arg>
 void ButtonRepeat(void (*step)(Arg), Arg arg);
+template <class Step>
+void RepeatWhileHeld(Step step);
 
-/// One step of such a loop: reads an event and the pointer, and waits for the retrace. 0 when the left button is up or
-/// the loop must end.
-int ButtonRepeatStep();
+/// Before each step of such a loop: reads an event and the pointer, and waits for the retrace. 0 when the loop must
+/// end.
+int PrepareRepeat();
+/// Non-zero while the left button is down.
+int LeftButtonHeld();
 
 /// Follows the left button until it is released: at every clock tick calls step(), the pointer having been read. 1 when
 /// the button was released, 0 when the loop had to end.
@@ -25,8 +30,8 @@ int TrackLeftButton(Step step);
 /// end; 0: the button is still down; 1: it has been released.
 int TrackLeftButtonStep();
 
-/// Waits until the left button is released.
-void WaitForLeftRelease();
+/// Waits until the left button is released: 1, or 0 when the loop had to end.
+int WaitForLeftRelease();
 
 /// The instants at which a held button acts: at once, after `first` clock ticks, then every `next`.
 class RepeatClock {
@@ -34,8 +39,6 @@ class RepeatClock {
     RepeatClock(int first, int next);
     /// 1 when it is time to act; the following instant is then counted from the one that was due.
     int Due();
-    /// The next press acts at once again.
-    void Restart();
 
   private:
     int First, Following;
@@ -51,10 +54,18 @@ int DoDoubleClick(int (*target)(int act));
 /// Ticks of the clock, 1/100 s.
 long ClockTicks();
 
+template <class Step>
+void RepeatWhileHeld(Step step) {
+    do {
+        if (!PrepareRepeat())
+            return;
+        step();
+    } while (LeftButtonHeld());
+}
+
 template <class Arg>
 void ButtonRepeat(void (*step)(Arg), Arg arg) {
-    while (ButtonRepeatStep())
-        step(arg);
+    RepeatWhileHeld([&] { step(arg); });
 }
 
 template <class Step>

@@ -36,6 +36,8 @@ struct TextInput {
     void (*Callback)();
     /// The other end of the selection, in characters; equal to Cursor: nothing is selected.
     std::int32_t Anchor;
+    /// The window's edges that all places count from.
+    EdgeAnchor Edges;
 };
 
 /// Adds a text input that edits the caller's `buffer` of `size` bytes, UTF-8, which is set to `initialText` (null:
