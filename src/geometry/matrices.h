@@ -1,3 +1,5 @@
+#pragma once
+
 // 4x4 matrices: model and scene geometry in doubles (Matrix), drawing in floats (Matrixf, names ending in f).
 //
 // Points are row vectors multiplied on the left, p' = p * M, so MultMatrix(a, b, ...) applies a first and then b, and
@@ -6,9 +8,8 @@
 //
 // Functions that return a reference return a static result of their own: it holds until the next call of the same
 // function, so copy it or use it at once. ScaleMatrix and ScaleMatrixf alternate between two results.
-#pragma once
 
-// The 16 elements row by row and nothing else, copied by assignment: m[row][column].
+/// The 16 elements row by row and nothing else, copied by assignment: m[row][column].
 template <typename Scalar>
 struct Matrix4 {
     Scalar Element[4][4];
@@ -32,24 +33,24 @@ inline constexpr Matrixf FloatIDMatrix = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1,
 void CopyMatrix(Matrix& destination, const Matrix& source);
 void CopyMatrixf(Matrixf& destination, const Matrixf& source);
 
-// Element by element; the source comes first, unlike in CopyMatrix.
+/// Element by element; the source comes first, unlike in CopyMatrix.
 void RealMatrixToFloat(const Matrix& source, Matrixf& destination);
 void FloatMatrixToReal(const Matrixf& source, Matrix& destination);
 
-// out = a * b.
+/// out = a * b.
 void MultMatrix(const Matrix& a, const Matrix& b, Matrix& out);
 void MultMatrixf(const Matrixf& a, const Matrixf& b, Matrixf& out);
 
-// Gauss-Jordan elimination with partial pivoting. A singular matrix is reported on the standard error stream and gives
-// the identity.
+/// Gauss-Jordan elimination with partial pivoting. A singular matrix is reported on the standard error stream and gives
+/// the identity.
 const Matrix& MatrixInverse(const Matrix& m);
 const Matrix& MatrixTranspose(const Matrix& m);
 
-// Four rows of "%10.5f" and an empty line on the standard error stream.
+/// Four rows of "%10.5f" and an empty line on the standard error stream.
 void PrintMatrix(const Matrix& m);
 void PrintMatrixf(const Matrixf& m);
 
-// Rotations: yaw about z, pitch about x, roll about y, counter-clockwise seen from the axis' positive end.
+/// Rotations: yaw about z, pitch about x, roll about y, counter-clockwise seen from the axis' positive end.
 const Matrix& YawMatrix(double angle);
 const Matrix& PitchMatrix(double angle);
 const Matrix& RollMatrix(double angle);
@@ -62,7 +63,7 @@ const Matrixf& TranslationMatrixf(float x, float y, float z);
 const Matrix& ScaleMatrix(double x, double y, double z);
 const Matrixf& ScaleMatrixf(float x, float y, float z);
 
-// The first three components of (point, 1) * m; no division by w.
+/// The first three components of (point, 1) * m; no division by w.
 template <typename Scalar>
 inline void TransformPoint(const Scalar* point, const Matrix4<Scalar>& m, Scalar* out) {
     const Scalar x = point[0], y = point[1], z = point[2];
@@ -70,7 +71,7 @@ inline void TransformPoint(const Scalar* point, const Matrix4<Scalar>& m, Scalar
         out[column] = x * m[0][column] + y * m[1][column] + z * m[2][column] + m[3][column];
 }
 
-// All four components of (x, y, z, w) * m.
+/// All four components of (x, y, z, w) * m.
 template <typename Scalar>
 inline void TransformHomogeneous(const Scalar* point, const Matrix4<Scalar>& m, Scalar* out) {
     const Scalar x = point[0], y = point[1], z = point[2], w = point[3];
@@ -78,7 +79,7 @@ inline void TransformHomogeneous(const Scalar* point, const Matrix4<Scalar>& m, 
         out[column] = x * m[0][column] + y * m[1][column] + z * m[2][column] + w * m[3][column];
 }
 
-// The vector times the upper left 3x3 of m: a direction, without translation.
+/// The vector times the upper left 3x3 of m: a direction, without translation.
 template <typename Scalar>
 inline void RotateDirection(const Scalar* vector, const Matrix4<Scalar>& m, Scalar* out) {
     const Scalar x = vector[0], y = vector[1], z = vector[2];
@@ -86,8 +87,8 @@ inline void RotateDirection(const Scalar* vector, const Matrix4<Scalar>& m, Scal
         out[column] = x * m[0][column] + y * m[1][column] + z * m[2][column];
 }
 
-// These are called for every vertex while drawing and picking, hence inline. Coordinate names and short names are the
-// same functions.
+/// These are called for every vertex while drawing and picking, hence inline. Coordinate names and short names are the
+/// same functions.
 inline void TransformCoordinate(const double* point, const Matrix& m, double* out) {
     TransformPoint(point, m, out);
 }

@@ -1,8 +1,9 @@
-// Vectors and points of 3 consecutive numbers: doubles for model geometry, floats (names ending in f) for drawing.
-// Outputs may be the same storage as inputs unless said otherwise. Called for every vertex, hence inline.
 #pragma once
 
 #include <cmath>
+
+// Vectors and points of 3 consecutive numbers: doubles for model geometry, floats (names ending in f) for drawing.
+// Outputs may be the same storage as inputs unless said otherwise. Called for every vertex, hence inline.
 
 template <typename Scalar>
 constexpr Scalar DotProduct(const Scalar* a, const Scalar* b) {
@@ -33,12 +34,12 @@ inline double Dot(const double* a, const double* b) {
     return DotProduct(a, b);
 }
 
-// Computed in floats.
+/// Computed in floats.
 inline double Dotf(const float* a, const float* b) {
     return DotProduct(a, b);
 }
 
-// out = a x b.
+/// out = a x b.
 inline void Cross(const double* a, const double* b, double* out) {
     CrossProduct(a, b, out);
 }
@@ -51,7 +52,16 @@ inline double LengthOfVector(const double* v) {
     return std::sqrt(Dot(v, v));
 }
 
-// Scales v to unit length and returns 1; a zero vector is left unchanged and gives 0.
+/// Adds the share of the edge from `current` to `next` to a sum over a ring, by Newell's method: the sum is the ring's
+/// normal, as long as twice its area.
+template <typename Scalar>
+inline void AddNewellEdge(const Scalar* current, const Scalar* next, Scalar* sum) {
+    sum[0] += (current[1] - next[1]) * (current[2] + next[2]);
+    sum[1] += (current[2] - next[2]) * (current[0] + next[0]);
+    sum[2] += (current[0] - next[0]) * (current[1] + next[1]);
+}
+
+/// Scales v to unit length and returns 1; a zero vector is left unchanged and gives 0.
 inline int Normalise(double* v) {
     return NormaliseVector(v);
 }
@@ -65,6 +75,6 @@ inline double DistanceBetweenCoords(const double* a, const double* b) {
     return LengthOfVector(difference);
 }
 
-// Makes a, b, c an orthonormal frame that keeps a's direction and the half plane of b: a is normalised, c becomes
-// b x a normalised, b becomes a x c. Returns 0 when a is zero or b is parallel to it, else 1. a, b and c are distinct.
+/// Makes a, b, c an orthonormal frame that keeps a's direction and the half plane of b: a is normalised, c becomes
+/// b x a normalised, b becomes a x c. Returns 0 when a is zero or b is parallel to it, else 1. a, b and c are distinct.
 int DoubleCross(double* a, double* b, double* c);

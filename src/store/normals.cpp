@@ -183,13 +183,8 @@ void SetRadius(Object* object) {
 
 int GeneratePolygonNormal(Polygon* polygon) {
     double sum[3] = {0, 0, 0};
-    for (const PolygonBead* bead : EveryBead(polygon)) {
-        const double* current = bead->Vertex->Position;
-        const double* next = NextInRing(polygon, bead)->Vertex->Position;
-        sum[0] += (current[1] - next[1]) * (current[2] + next[2]);
-        sum[1] += (current[2] - next[2]) * (current[0] + next[0]);
-        sum[2] += (current[0] - next[0]) * (current[1] + next[1]);
-    }
+    for (const PolygonBead* bead : EveryBead(polygon))
+        AddNewellEdge(bead->Vertex->Position, NextInRing(polygon, bead)->Vertex->Position, sum);
     if (!Normalise(sum))
         return 0;
     for (int axis = 0; axis < 3; ++axis)

@@ -8,7 +8,7 @@
 #include <cstring>
 
 int SceneChangedSize;
-unsigned BeadReleases, SubObjectReleases;
+unsigned BeadReleases, SubObjectReleases, WorkPolyReleases;
 
 namespace {
 
@@ -227,6 +227,7 @@ WorkPolyBead* NewWorkPolyBead() {
 }
 
 void FreeWorkPoly(WorkPoly* first) {
+    ++WorkPolyReleases;
     // Children are moved behind the chain that is being released, so that no nesting is too deep.
     WorkPoly* last = LastAlong<&WorkPoly::Next>(first);
     for (WorkPoly* workPoly = first; workPoly; workPoly = workPoly->Next) {

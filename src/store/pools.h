@@ -81,4 +81,4 @@ extern int SceneChangedSize;
 
 /// How many beads and sub-objects have been released so far: hints about chains and lists hold only while it stays the
 /// same. Whoever moves a sub-object to another object by hand counts that too.
-extern unsigned BeadReleases, SubObjectReleases;
+extern unsigned BeadReleases, SubObjectReleases, WorkPolyReleases;
