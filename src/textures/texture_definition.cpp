@@ -57,7 +57,7 @@ std::vector<float> PropertiesOf(const Texture* texture) {
     const bool highEnd = TheTextureDefinitionSlots.IsHighEnd && TheTextureDefinitionSlots.IsHighEnd();
     std::vector<float> list;
     const auto add = [&](int property, float value) { list.insert(list.end(), {static_cast<float>(property), value}); };
-    const auto addFilter = [&](int property, float filter, TextureFilter onlyHighEnd) {
+    const auto addFilter = [&](int property, float filter, float onlyHighEnd) {
         if (filter != FilterDefault && (highEnd || (filter != FilterBicubic && filter != onlyHighEnd)))
             add(property, filter);
     };
