@@ -19,7 +19,7 @@ int ChunkedRecords = 1;
 #endif
 
 namespace {
-constexpr std::size_t UsualChunkSize = 64 * 1024;
+constexpr std::size_t UsualChunkSize = 1 << 16;
 } // namespace
 
 RecordChunks::RecordChunks(std::size_t recordSize, std::size_t linkOffset)
