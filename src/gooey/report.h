@@ -2,8 +2,9 @@
 
 #include "gooey/gadget_kind.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <string>
-#include <string_view>
 #include <vector>
 
 struct Gadget;
@@ -18,20 +19,14 @@ struct GadgetView {
     GadgetDescription Description;
 };
 
-/// The window's visible gadgets in drawing order.
+/// The window's visible gadgets that can be described, in drawing order.
 std::vector<GadgetView> GadgetsOf(Window* window);
 
-/// Text as a quoted JSON string; bytes that are not UTF-8 become U+FFFD.
-std::string QuoteForJson(std::string_view text);
+/// Adds the members that the program above has to tell; called with a report that has "windows" already, between two
+/// events. Null: there are none. Set at start-up.
+extern void (*AddToReport)(nlohmann::ordered_json& report);
 
-/// The "windows" member of the report: a JSON array.
-std::string WindowsReport();
-
-/// Returns further members of the report, each as `"name": value`, separated by commas, without the outer braces; set
-/// by the program above. Called when a report is written, between two events. Null: there are none.
-extern std::string (*ReportModel)();
-
-/// The report: one JSON object, ending in a newline.
+/// The report: one JSON object, ending in a newline. Bytes of texts that are not UTF-8 become U+FFFD.
 std::string Report();
 
 /// Writes the report to a file; "-": the standard output stream. 0 when it cannot be written.

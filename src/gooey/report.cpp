@@ -1,0 +1,88 @@
+#include "gooey/report.h"
+
+#include "gooey/gadget.h"
+#include "gooey/window.h"
+#include "gooey/window_stack.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <cstring>
+
+using Json = nlohmann::ordered_json;
+
+void (*AddToReport)(Json&) = nullptr;
+
+namespace {
+
+Json PlaceOf(const GadgetBox& box) {
+    return {{"x", box.X}, {"y", box.Y}, {"width", box.Width}, {"height", box.Height}};
+}
+
+Json ReportOf(const GadgetView& view) {
+    const GadgetDescription& description = view.Description;
+    Json report = {{"kind", view.Kind->Name}, {"label", description.Label}};
+    report.update(PlaceOf(description.Box));
+    report["on"] = description.On;
+    report["text"] = description.Text;
+    if (!description.Items.empty()) {
+        Json& items = report["items"] = Json::array();
+        for (const GadgetItem& item : description.Items) {
+            items.push_back({{"label", item.Label}});
+            items.back().update(PlaceOf(item.Box));
+        }
+    }
+    return report;
+}
+
+Json ReportOf(Window* window) {
+    Json gadgets = Json::array();
+    for (const GadgetView& view : GadgetsOf(window))
+        gadgets.push_back(ReportOf(view));
+    Json report = {{"title", window->Title ? window->Title : ""}};
+    report.update(PlaceOf({window->X, window->Y, window->Width, window->Height}));
+    report["disabled"] = window->Disabled;
+    report["parent"] = nullptr;
+    if (window->Parent)
+        report["parent"] = window->Parent->Title ? window->Parent->Title : "";
+    report["gadgets"] = std::move(gadgets);
+    return report;
+}
+
+} // namespace
+
+std::vector<GadgetView> GadgetsOf(Window* window) {
+    WindowScope scope(window);
+    UpdateWindowGeometry();
+    std::vector<GadgetView> views;
+    for (Gadget* head = window->Gadgets; head; head = head->NextGadget)
+        for (Gadget* member = head; member && member->Visible; member = member->Next) {
+            if (!member->Kind || !member->Kind->Describe)
+                continue;
+            GadgetView view = {member, member->Kind, {}};
+            member->Kind->Describe(member, view.Description);
+            views.push_back(std::move(view));
+        }
+    return views;
+}
+
+std::string Report() {
+    Json report;
+    Json& windows = report["windows"] = Json::array();
+    for (Window* window = WindowList; window; window = window->Next)
+        windows.push_back(ReportOf(window));
+    if (AddToReport)
+        AddToReport(report);
+    return report.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+int WriteReport(const char* file) {
+    std::string text = Report();
+    bool toOutput = std::strcmp(file, "-") == 0;
+    std::FILE* stream = toOutput ? stdout : std::fopen(file, "w");
+    if (!stream)
+        return 0;
+    int written = std::fwrite(text.data(), 1, text.size(), stream) == text.size();
+    int closed = (toOutput ? std::fflush(stream) : std::fclose(stream)) == 0;
+    return written && closed;
+}
