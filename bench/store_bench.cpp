@@ -1,6 +1,5 @@
 // The store on an object of 1,000 x 1,000 quadrilaterals: building, cleaning up, merging vertices, snapshots, release.
 
-#include "base/exit.h"
 #include "bench/store_models.h"
 #include "store/clean_up.h"
 #include "store/duplicates.h"
@@ -10,18 +9,20 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <unordered_map>
+#include <malloc.h>
+#include <utility>
 
 namespace {
 
 constexpr int Side = 1000;
 constexpr double PolygonCount = 1.0 * Side * Side;
 
-/// Gives every spare record back to the allocator, so that the next model touches fresh pages.
+/// Gives every spare record back to the system, so that the next model touches fresh pages.
 void EmptyPools() {
     FreeSpareVertices();
     FreeSparePolygonBeads();
     FreeSparePolygons();
+    malloc_trim(0);
 }
 
 void StartEmpty() {

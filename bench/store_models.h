@@ -51,8 +51,8 @@ inline Object* BuildSeparateSheet(int side) {
     return object;
 }
 
-/// Edits the current object at random for a while: removes and re-creates polygons so that records and lists come to lie
-/// in no order. The object keeps its size.
+/// Edits the current object at random for a while: removes and re-creates polygons so that records and lists come to
+/// lie in no order. The object keeps its size.
 inline void EditAtRandom(int edits) {
     std::mt19937 random(12345);
     std::vector<Polygon*> polygons;

@@ -1,14 +1,13 @@
 #include "store/accessors.h"
 
 #include "base/memory.h"
+#include "store/clean_up.h"
+#include "store/normals.h"
 #include "store/objects.h"
 #include "store/pools.h"
 #include "store/storage.h"
 #include "store/structure_editing.h"
 #include "store/walks.h"
-
-extern int SussingRadius;
-void CleanUpObject();
 
 FirstObjectSlots TheFirstObjectSlots;
 

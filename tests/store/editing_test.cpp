@@ -231,6 +231,7 @@ TEST_F(EditingTest, SortingTurnsEqualKeysRound) {
         int Sorts;
         std::vector<std::string> Order;
     };
+
     // Levels are named 0, 1, ... in list order.
     for (const Case& example : {Case{{1, 2, 2, 3}, 0, {"0", "1", "2", "3"}}, Case{{2, 1, 2}, 1, {"1", "2", "0"}},
                                 Case{{3, 3, 1, 3}, 1, {"2", "3", "1", "0"}}}) {

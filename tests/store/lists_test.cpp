@@ -69,13 +69,13 @@ TEST_F(ListsTest, AMaterialMovedByHandIsNotAppendedTo) {
     FirstMaterial() = b;
     AddMaterial(NamedMaterial("c"));
     EXPECT_EQ(Names(Materials()), (std::vector<std::string>{"b", "a", "c"}));
-    // a and c away by hand, then a back.
+    // c away by hand and in again.
     Material* c = a->Next;
-    b->Next = nullptr;
-    AddMaterial(a);
-    EXPECT_EQ(Names(Materials()), (std::vector<std::string>{"b", "a"}));
+    a->Next = nullptr;
+    c->Prev = nullptr;
+    AddMaterial(NamedMaterial("d"));
     AddMaterial(c);
-    EXPECT_EQ(Names(Materials()), (std::vector<std::string>{"b", "a", "c"}));
+    EXPECT_EQ(Names(Materials()), (std::vector<std::string>{"b", "a", "d", "c"}));
 }
 
 TEST_F(ListsTest, MaterialsAreTheSameByNameAndColours) {
@@ -117,7 +117,7 @@ TEST_F(ListsTest, TexturesKeepTheirOrderAndTheNewestIsCurrent) {
     Texture* other = NamedTexture("a");
     EXPECT_EQ(FindTexture(other), a);
     const std::vector<std::function<void(Texture*)>> changes = {
-        [](Texture* t) { t->Fast = 1; },        [](Texture* t) { t->ClampS = 1; },   [](Texture* t) { t->ClampT = 1; },
+        [](Texture* t) { t->Fast = 1; }, [](Texture* t) { t->ClampS = 1; }, [](Texture* t) { t->ClampT = 1; },
         [](Texture* t) { t->MinFilter = 272; }, [](Texture* t) { t->MagFilter = 272; }};
     for (const auto& change : changes) {
         const Texture before = *other;

@@ -2,6 +2,7 @@
 
 #include "store/pools.h"
 #include "store/scene.h"
+#include "store/storage.h"
 
 #include <cmath>
 #include <cstring>
@@ -35,9 +36,12 @@ class Checker {
                 Expect(!polygon->Material || materials.count(polygon->Material), "a polygon's material is the file's");
                 Expect(!polygon->Texture || textures.count(polygon->Texture), "a polygon's texture is the file's");
             }
-        for (const Branch* tree : {file.Scene, SceneUndo, ScenePaste})
-            if (tree)
-                CheckBranches(tree, nullptr, objects);
+        CheckBranches(file.Scene, nullptr, objects);
+        if (&file == &MainFile) {
+            // The undo copy and the clipboard show the main file's objects.
+            CheckBranches(SceneUndo, nullptr, objects);
+            CheckBranches(ScenePaste, nullptr, objects);
+        }
         return Problems.str();
     }
 

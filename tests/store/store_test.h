@@ -37,6 +37,7 @@ class StoreTest : public testing::Test {
             ResetStorage();
         }
         WorkSaved = 1;
+        CurrentLighting = LightingFaceted;
     }
 };
 

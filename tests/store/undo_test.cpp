@@ -97,7 +97,7 @@ TEST_F(UndoTest, BringsBackEverythingAndRedoes) {
     EXPECT_EQ(WorkSaved, 0);
     Undo();
     EXPECT_EQ(CurrentObject(), edited);
-    EXPECT_NE(Describe(CurrentObject()).find("C*: [100 7,0,0 8,1,0 9,0,0]"), std::string::npos);
+    EXPECT_THAT(Describe(CurrentObject()), testing::HasSubstr("C*: [100 7,0,0 8,1,0 9,0,0]"));
     EXPECT_EQ(FirstVertex()->Selected, 1) << "the edited object itself comes back";
 }
 
@@ -160,10 +160,12 @@ TEST_F(UndoTest, ABrokenObjectEndsTheProgramWithItsReason) {
     Polygon* polygon = FirstPolygon();
     Polygon* top = object->FirstSubObject->Next->FirstPolygon;
     CheckIntegrity();
+
     struct Case {
         const char* Reason;
         std::function<void()> Break;
     };
+
     for (const Case& example : {
              Case{"First polygon has a previous", [&] { polygon->Prev = polygon; }},
              {"Next polygon doesn't point back", [&] { polygon->Next->Prev = nullptr; }},
@@ -172,8 +174,11 @@ TEST_F(UndoTest, ABrokenObjectEndsTheProgramWithItsReason) {
              {"First polygon in sub object has a previous", [&] { top->PrevSibling = polygon; }},
              {"Polygon has NULL owner", [&] { top->SubObject = nullptr; }},
              {"Polygon has bad owner", [&] { top->SubObject = object->FirstSubObject; }},
-             {"Loop in sub object polygons", [&] { object->FirstSubObject->FirstPolygon = nullptr;
-                                                   top->FirstChild->NextSibling->NextSibling = top->FirstChild; }},
+             {"Loop in sub object polygons",
+              [&] {
+                  object->FirstSubObject->FirstPolygon = nullptr;
+                  top->FirstChild->NextSibling->NextSibling = top->FirstChild;
+              }},
              {"Polygon not part of a sub object", [&] { object->FirstSubObject->FirstPolygon = nullptr; }},
              {"Lod bead doesn't point back to owner", [&] { object->FirstLod->FirstBead->Lod = nullptr; }},
          }) {
@@ -183,9 +188,9 @@ TEST_F(UndoTest, ABrokenObjectEndsTheProgramWithItsReason) {
                 CheckIntegrity();
             },
             testing::ExitedWithCode(0),
-            testing::AllOf(testing::HasSubstr(std::string("\n\n\nKirvo: data integrity failure - ") + example.Reason +
-                                              "!\a\n"),
-                           testing::HasSubstr("Kirvo: Fatal error in program...\a\n")))
+            testing::AllOf(
+                testing::HasSubstr(std::string("\n\n\nKirvo: data integrity failure - ") + example.Reason + "!\a\n"),
+                testing::HasSubstr("Kirvo: Fatal error in program...\a\n")))
             << example.Reason;
     }
 }
