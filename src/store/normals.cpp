@@ -116,26 +116,24 @@ class CornerSmoother {
     std::vector<PolygonBead*> Corners;
 };
 
-/// Polygons that are deleted along with `polygon`.
-std::unordered_set<const Polygon*> Descendants(const Polygon* polygon) {
-    std::unordered_set<const Polygon*> descendants;
-    for (const Polygon* subPolygon : EverySubPolygon(polygon))
-        descendants.insert(subPolygon);
-    return descendants;
+/// Sets the normals of the polygons; returns those that have none.
+std::vector<Polygon*> GeneratePolygonNormals(const Object* object) {
+    std::vector<Polygon*> flat;
+    for (Polygon* polygon : EveryPolygon(object))
+        if (!GeneratePolygonNormal(polygon))
+            flat.push_back(polygon);
+    return flat;
 }
 
-/// Sets the normals of the polygons and deletes those that have none; returns how many these were.
-int GenerateOrDeletePolygons(const Object* object) {
+/// Deletes polygons of one object in list order; returns how many were not gone already with their parents.
+int DeletePolygons(const std::vector<Polygon*>& polygons) {
     int deleted = 0;
-    for (Polygon *polygon = object->FirstPolygon, *next; polygon; polygon = next) {
-        next = polygon->Next;
-        if (GeneratePolygonNormal(polygon))
+    std::unordered_set<const Polygon*> gone;
+    for (Polygon* polygon : polygons) {
+        if (gone.contains(polygon))
             continue;
-        if (polygon->FirstChild) {
-            const auto doomed = Descendants(polygon);
-            while (next && doomed.contains(next))
-                next = next->Next;
-        }
+        for (const Polygon* subPolygon : EverySubPolygon(polygon))
+            gone.insert(subPolygon);
         DeletePolygon(polygon, 1);
         ++deleted;
     }
@@ -195,7 +193,7 @@ int GeneratePolygonNormal(Polygon* polygon) {
 void GenerateNormals() {
     Object* object = CurrentObject();
     const std::int32_t connectionsOK = object->ConnectionsOK;
-    if (const int deleted = GenerateOrDeletePolygons(object)) {
+    if (const int deleted = DeletePolygons(GeneratePolygonNormals(object))) {
         Trace("GenerateNormals: %d bad polygons deleted\n", deleted);
         MakeConnections();
         // The deletions have cleared the flag, but the connections are as good as before.
