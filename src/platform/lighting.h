@@ -1,9 +1,9 @@
 // Materials, lights and lighting models. Definitions have numbers from 1 up, separate for each kind, and are shared by
 // all windows; what is bound belongs to the current window. A vertex is lit when a normal was given after the last
 // colour and a material and a lighting model are bound:
-//   emission + model ambient x ambient + for each light, colour x (ambient + diffuse max(n l, 0)
-//   + specular max(n h, 0) ^ shininess), with l towards the light and h halfway between l and the eye, both at unit
-//   length.
+//   emission + ambient x (the model's ambient + that of every light)
+//   + for each light, its colour x (diffuse x max(n.l, 0) + specular x max(n.h, 0) ^ shininess, where n.l > 0)
+// with l towards the light and h halfway between l and the eye, both of unit length; alpha is the material's.
 // The eye is at infinity. With a two-sided model the normal is turned round for polygons that show their back.
 #pragma once
 

@@ -16,6 +16,8 @@ struct PixelBox {
     int x = 0, y = 0, width = 0, height = 0;
 
     bool empty() const { return width <= 0 || height <= 0; }
+
+    bool operator==(const PixelBox&) const = default;
 };
 
 PixelBox UnionOf(const PixelBox& a, const PixelBox& b);
@@ -77,6 +79,7 @@ class Surface {
     DrawingState& state() { return *State; }
 
     unsigned drawFramebuffer(Buffer buffer) const;
+    unsigned readFramebuffer(Buffer buffer) const; // one sample a pixel, after resolve
     // Copies the multisampled picture into the one that is shown or read; nothing with one sample a pixel.
     void resolve(Buffer buffer, const PixelBox& box);
 
