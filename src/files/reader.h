@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 /// Loads a model file of any version into the current file of the store; the texture images that it names are looked
 /// for with FilePath as the model's directory. 1 on success. 0 on failure, told to the user unless the file does not
 /// exist or FileErrorOk is set: FileErrorNumber says why; a file that is missing or no model file at all leaves the
@@ -7,7 +9,7 @@
 int ReadKirvo(const char* name);
 
 /// ReadKirvo for a file that is already in memory; `bytes` may be null when `size` is 0. It is never FileNotFound.
-int ReadKirvoFromMemory(const void* bytes, unsigned long size);
+int ReadKirvoFromMemory(const void* bytes, std::size_t size);
 
 /// Flag: the last read skipped data that only a newer version knows.
 extern int InformationLost;
