@@ -155,7 +155,8 @@ void WritePolygonStart(FileWriter& file, Polygon* polygon) {
     if (polygon->Texture) {
         WriteFileByte(file, TagPolygonTexture);
         WriteFileInt(file, polygon->Texture->Index);
-        WriteMaterialNumber(file, TagTextureMaterial, polygon->TextureMaterial);
+        WriteMaterialNumber(file, TagTextureMaterial,
+                            polygon->TextureMaterial ? polygon->TextureMaterial : polygon->Material);
     }
     if (polygon->LightGroup) {
         WriteFileByte(file, TagLightGroup);
