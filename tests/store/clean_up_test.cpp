@@ -6,16 +6,7 @@
 
 namespace {
 
-class CleanUp : public RingModel {
-  protected:
-    template <auto Link>
-    static std::vector<LinkRecord<Link>*> List(LinkRecord<Link>* first) {
-        std::vector<LinkRecord<Link>*> list;
-        for (LinkRecord<Link>* record : Along<Link>(first))
-            list.push_back(record);
-        return list;
-    }
-};
+class CleanUp : public RingModel {};
 
 TEST_F(CleanUp, EmptyObjectIsInOrderAfterwards) {
     CurrentObject();
@@ -35,9 +26,10 @@ TEST_F(CleanUp, SelectionListsStartWithTheLastOfTheObject) {
     first->Selected = second->Selected = 1;
     LastSelectionWasQstrip = 1;
     CleanUpObject();
-    EXPECT_EQ(List<&Vertex::NextInSubset>(FirstSelectedVertex()), (std::vector<Vertex*>{a, c, looseSelected}));
-    EXPECT_EQ(List<&Vertex::NextInSubset>(FirstLooseVertex()), (std::vector<Vertex*>{looseOld, looseNew}));
-    EXPECT_EQ(List<&Polygon::NextSelected>(FirstSelectedPolygon()), (std::vector<Polygon*>{first, second}));
+    EXPECT_EQ(Collect(Along<&Vertex::NextInSubset>(FirstSelectedVertex())),
+              (std::vector<Vertex*>{a, c, looseSelected}));
+    EXPECT_EQ(Collect(Along<&Vertex::NextInSubset>(FirstLooseVertex())), (std::vector<Vertex*>{looseOld, looseNew}));
+    EXPECT_EQ(Collect(Along<&Polygon::NextSelected>(FirstSelectedPolygon())), (std::vector<Polygon*>{first, second}));
     EXPECT_FALSE(LastSelectionWasQstrip || VertexSelectionChanged() || PolygonSelectionChanged());
 }
 

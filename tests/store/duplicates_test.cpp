@@ -80,7 +80,7 @@ TEST_F(Duplicates, AgreeWithSorting) {
         for (Vertex* vertex : EveryVertex(CurrentObject())) {
             left.push_back(vertex);
             EXPECT_EQ(vertex->Mark, 0);
-            EXPECT_EQ(vertex->Uses, Count(EveryUse(vertex)));
+            EXPECT_EQ(vertex->Uses, static_cast<int>(Collect(EveryUse(vertex)).size()));
             for (const PolygonBead* bead : EveryUse(vertex))
                 EXPECT_EQ(bead->Vertex, vertex);
         }
@@ -97,7 +97,7 @@ TEST_F(Duplicates, CoincidentPolygonsShareVertices) {
     Polygon* second = AddFace({{0, 0, 0}, {0, 1, 0}, {1 + 1e-12, 0, 0}});
     AddVertex(1.001, 0, 0);
     DeleteDuplicateVertices();
-    EXPECT_EQ(Vertices(), 4);
+    EXPECT_EQ(Vertices(), 4U);
     EXPECT_EQ(Corners(first)[1], Corners(second)[2]);
     EXPECT_EQ(Corners(first)[1]->Uses, 2);
     EXPECT_EQ(NormalsOK(), 0);
@@ -108,7 +108,7 @@ TEST_F(Duplicates, LooseVerticesMergeOnlyWithEachOther) {
     AddFace({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
     Vertex* firstInList = AddVertex(0, 0, 0);
     DeleteDuplicateVertices();
-    EXPECT_EQ(Vertices(), 4);
+    EXPECT_EQ(Vertices(), 4U);
     EXPECT_EQ(FirstVertex(), firstInList);
     EXPECT_EQ(firstInList->Uses, 0);
 }
@@ -123,7 +123,7 @@ TEST_F(Duplicates, TheVertexWithTheFewestUsesStays) {
     for (int i = 0; i < 3; ++i)
         AddRing({busier, b, c});
     DeleteDuplicateVertices();
-    EXPECT_EQ(Vertices(), 3);
+    EXPECT_EQ(Vertices(), 3U);
     EXPECT_EQ(quiet->Uses, 6);
 }
 
@@ -136,7 +136,7 @@ TEST_F(Duplicates, WhatIsNoNumberIsNeverTheSame) {
         AddVertex(huge, 0, 0);
     }
     DeleteDuplicateVertices();
-    EXPECT_EQ(Vertices(), 3 + 3 + 1 + 1);
+    EXPECT_EQ(Vertices(), std::size_t(3 + 3 + 1 + 1));
 }
 
 TEST_F(Duplicates, RepeatedCornersGo) {
@@ -145,7 +145,7 @@ TEST_F(Duplicates, RepeatedCornersGo) {
     DeleteDuplicateVertices();
     EXPECT_EQ(Corners(polygon).size(), 3U);
     EXPECT_EQ(Corners(point).size(), 1U);
-    EXPECT_EQ(Polygons(), 2);
+    EXPECT_EQ(Polygons(), 2U);
     CheckIntegrity();
 }
 

@@ -158,9 +158,7 @@ TEST_F(Normals, FansAgreeWithThePlainRule) {
             polygon->Lighting = random() % 8 ? LightingSmooth : LightingFaceted;
         }
         CleanUpObject();
-        std::vector<PolygonBead*> order;
-        for (PolygonBead* bead : EveryUse(centre))
-            order.push_back(bead);
+        const std::vector<PolygonBead*> order = Collect(EveryUse(centre));
         std::vector<std::array<float, 3>> expected(order.size());
         SmoothPlainly(order, expected.data());
         for (std::size_t i = 0; i < order.size(); ++i) {
@@ -179,8 +177,8 @@ TEST_F(Normals, PolygonsWithoutAreaAreDeletedWithTheirOwnVertices) {
     AddRing({a, b});
     CleanUpObject();
     EXPECT_EQ(FirstPolygon(), good);
-    EXPECT_EQ(Polygons(), 1);
-    EXPECT_EQ(Vertices(), 3);
+    EXPECT_EQ(Polygons(), 1U);
+    EXPECT_EQ(Vertices(), 3U);
     EXPECT_EQ(a->Uses, 1);
     EXPECT_EQ(a->Beads, good->Beads);
     // One clean-up is enough: nothing is left stale.
@@ -213,8 +211,8 @@ TEST_F(Normals, SubPolygonsGoWithAParentWithoutArea) {
     decal->PrevSibling = decal->NextSibling = decalOnDecal->PrevSibling = decalOnDecal->NextSibling = nullptr;
     CheckIntegrity();
     CleanUpObject();
-    EXPECT_EQ(Polygons(), 1);
-    EXPECT_EQ(Vertices(), 3);
+    EXPECT_EQ(Polygons(), 1U);
+    EXPECT_EQ(Vertices(), 3U);
     CheckIntegrity();
 }
 
@@ -250,7 +248,7 @@ TEST_F(Normals, CoordinatesThatAreNoNumbersSpoilNothingElse) {
     for (int i = 0; i < 100; ++i)
         AddRing({shared, AddVertex(1, i, 0), AddVertex(0, i + 1, i % 2 ? nan : 0)});
     CleanUpObject();
-    EXPECT_EQ(Polygons(), 100);
+    EXPECT_EQ(Polygons(), 100U);
     EXPECT_EQ(ObjectMax()[1], 100);
     EXPECT_EQ(ObjectMax()[2], 0);
     EXPECT_TRUE(std::isfinite(CurrentObject()->Radius));

@@ -1,28 +1,14 @@
 #pragma once
 
-#include "store/accessors.h"
-#include "store/polygon_editing.h"
-#include "store/storage.h"
-#include "store/structure_editing.h"
-#include "store/walks.h"
-
-#include <gtest/gtest.h>
+#include "store/store_test.h"
 
 #include <algorithm>
 #include <random>
 #include <vector>
 
-/// An empty file around each test, and short ways to build polygons and to look at them.
-class RingModel : public testing::Test {
+/// Short ways to build polygons and to look at them, each test in an empty file.
+class RingModel : public StoreTest {
   protected:
-    void SetUp() override {
-        PointToMerge(0);
-        ResetStorage();
-        CurrentLighting = LightingFaceted;
-    }
-
-    void TearDown() override { ResetStorage(); }
-
     static Polygon* AddRing(const std::vector<Vertex*>& corners, Polygon* parent = nullptr) {
         PolygonBead* beads = nullptr;
         for (Vertex* corner : corners)
@@ -52,22 +38,7 @@ class RingModel : public testing::Test {
                 AddRing({at(row, column), at(row, column + 1), at(row + 1, column + 1), at(row + 1, column)});
     }
 
-    template <class Range>
-    static int Count(const Range& range) {
-        int count = 0;
-        for ([[maybe_unused]] auto* record : range)
-            ++count;
-        return count;
-    }
+    static std::size_t Vertices() { return Collect(EveryVertex(CurrentObject())).size(); }
 
-    static int Vertices() { return Count(EveryVertex(CurrentObject())); }
-
-    static int Polygons() { return Count(EveryPolygon(CurrentObject())); }
-
-    static std::vector<Vertex*> Corners(const Polygon* polygon) {
-        std::vector<Vertex*> corners;
-        for (const PolygonBead* bead : EveryBead(polygon))
-            corners.push_back(bead->Vertex);
-        return corners;
-    }
+    static std::size_t Polygons() { return Collect(EveryPolygon(CurrentObject())).size(); }
 };

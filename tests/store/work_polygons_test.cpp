@@ -256,8 +256,8 @@ TEST_F(WorkPolygons, CommittedToTheModel) {
 
     CurrentMaterial() = &material;
     AddWorkPolyToModel(Work, nullptr, 0, nullptr);
-    EXPECT_EQ(Polygons(), 2);
-    EXPECT_EQ(Vertices(), 6);
+    EXPECT_EQ(Polygons(), 2U);
+    EXPECT_EQ(Vertices(), 6U);
     // Children first, and the newest polygon heads the list.
     EXPECT_EQ(FirstPolygon()->Beads->Vertex->Position[2], 1);
     EXPECT_EQ(FirstPolygon()->Next->Beads->Vertex->Position[0], 5);
@@ -269,7 +269,7 @@ TEST_F(WorkPolygons, CommittedToTheModel) {
     ResetStorage();
     CurrentMaterial() = &textureMaterial;
     AddWorkPolyToModel(Work, &texture, 1, &TranslationMatrix(0, 0, 10));
-    EXPECT_EQ(Polygons(), 4);
+    EXPECT_EQ(Polygons(), 4U);
     CleanUpObject();
     const Polygon *back = FirstPolygon(), *front = back->Next;
     EXPECT_EQ(front->Texture, &texture);
@@ -280,7 +280,7 @@ TEST_F(WorkPolygons, CommittedToTheModel) {
     std::vector<Vertex*> reversed = Corners(front);
     std::reverse(reversed.begin(), reversed.end());
     EXPECT_EQ(Corners(back), reversed);
-    EXPECT_EQ(Vertices(), 6);
+    EXPECT_EQ(Vertices(), 6U);
     for (const Vertex* vertex : EveryVertex(CurrentObject()))
         EXPECT_EQ(vertex->Uses, 2);
     CurrentMaterial() = nullptr;
