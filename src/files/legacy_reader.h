@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/// Reads a model of version 1.00, plain text, into a new object of the emptied current file, named after FileName
-/// without its extension. `body` is what follows the header line of the file. An error is recorded with SetError; the
-/// store then holds what was read before it, for the caller to empty.
+/// Reads a model of version 1.00, plain text, into a new object of the current file, which is emptied first; the object
+/// is named after FileName without its extension. `body` is what follows the header line of the file. An error is
+/// recorded with SetError; the store then holds what was read before it, for the caller to empty.
 void ReadKirvo100(std::string_view body);
