@@ -54,7 +54,7 @@ inline constexpr int BPADX = 270;
 inline constexpr int BPADY = 271;
 
 // ---- Characters ----
-// A character typed: its code from 1 to 127, after layout, Shift and dead keys. With Ctrl held a letter (also @ [ \ ] ^
+// A character typed: its code from 1 to 127, after layout, Shift and dead keys. With Ctrl held a letter (also [ \ ] ^
 // _) arrives as its control code 1 to 31, with Alt held as the letter itself. Enter is 13, Escape 27, Tab 9, Backspace
 // 8, Delete 127.
 inline constexpr int KEYBD = 513;

@@ -72,9 +72,9 @@ struct WindowRectangle {
     int X, Y, Width, Height;
 };
 
-// Opens the display now instead of with the first window: KIRVO_DISPLAY, KIRVO_SCALE. Returns 0 and the reason in
-// `reason` on failure; 1 when it is open already.
-int StartDisplay(std::string& reason);
+// Opens the display now instead of with the first window: KIRVO_DISPLAY, KIRVO_SCALE. Returns false and the reason in
+// `reason` on failure; true when it is open already.
+bool StartDisplay(std::string& reason);
 // Ends display, windows, queue and script, and returns to the state before the first call. Identifiers start at 1
 // again.
 void EndDisplay();
