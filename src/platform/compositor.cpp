@@ -292,6 +292,11 @@ PixelBox OverlayBounds() {
     return Compositor.OverlayBounds;
 }
 
+void NoteOverlayColours() {
+    FlushDrawing();
+    ScreenDamage.Add(Compositor.OverlayBounds);
+}
+
 void TidyOverlay() {
     if (!Compositor.OverlayTouched || !Overlay())
         return;

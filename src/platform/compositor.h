@@ -27,6 +27,8 @@ int ActiveWindow();
 
 // Where the overlay holds anything, at most (screen pixels). Shrinks to nothing some time after everything was erased.
 PixelBox OverlayBounds();
+// The overlay's colour map changed: what is seen of the overlay must be composed again.
+void NoteOverlayColours();
 // Looks once whether an overlay that was drawn to is empty again; for idle moments.
 void TidyOverlay();
 

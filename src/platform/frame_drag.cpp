@@ -23,10 +23,12 @@ struct FrameDrag {
 FrameDrag Held;
 
 // The title's last click, for double clicks.
-struct {
+struct TitleClick {
     int Id = 0, X = 0, Y = 0;
     long Time = 0;
-} LastTitleClick;
+};
+
+TitleClick LastTitleClick;
 
 constexpr int MoveThreshold = 3;
 constexpr long DoubleClickTicks = 50;
@@ -150,6 +152,11 @@ void ForgetFrameDrag() {
         ShowCloseBox(*window, false);
     Held = {};
     ArrangementChanged = true;
+}
+
+void ResetFrameDrag() {
+    ForgetFrameDrag();
+    LastTitleClick = {};
 }
 
 void RequestClose(const ScreenWindow& window) {

@@ -16,6 +16,8 @@ bool FrameIsHeld();
 FramePart HeldFramePart();
 // Lets go without closing or moving any further.
 void ForgetFrameDrag();
+// Forgets former clicks as well.
+void ResetFrameDrag();
 
 // Asks a window's owner to close it: WINSHUT, or WINQUIT where only that is queued.
 void RequestClose(const ScreenWindow& window);

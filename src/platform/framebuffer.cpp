@@ -6,10 +6,12 @@
 
 #include "platform/batch.h"
 #include "platform/capabilities.h"
+#include "platform/compositor.h"
 #include "platform/drawing_state.h"
 #include "platform/graphics_context.h"
 #include "platform/surface.h"
 #include "platform/vertices.h"
+#include "platform/waiting.h"
 
 namespace gl {
 
@@ -85,8 +87,12 @@ void multisample(bool on) {
 }
 
 void swapbuffers() {
-    if (Surface* surface = CurrentSurface())
-        surface->swap();
+    Surface* surface = CurrentSurface();
+    if (!surface)
+        return;
+    surface->swap();
+    if (surface->doubleBuffered())
+        NoteSwap();
 }
 
 void frontbuffer(bool on) {
@@ -134,8 +140,8 @@ void mapcolor(int index, int red, int green, int blue) {
         return;
     *entry = colour;
     // What the overlay shows in that index looks different now.
-    if (State().Mode == PUPDRAW && Overlay() && SurfaceDamaged)
-        SurfaceDamaged(*Overlay(), {0, 0, Overlay()->pixelWidth(), Overlay()->pixelHeight()});
+    if (State().Mode == PUPDRAW)
+        NoteOverlayColours();
 }
 
 void getmcolor(int index, short* red, short* green, short* blue) {

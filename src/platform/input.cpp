@@ -86,7 +86,7 @@ int Limited(int valuator, int value) {
 void ResetInput() {
     Input = {};
     Emulation.Reset();
-    ForgetFrameDrag();
+    ResetFrameDrag();
     SetDeviceValue(MOUSEX, -1);
     SetDeviceValue(MOUSEY, -1);
     const char* emulate = std::getenv("KIRVO_EMULATE_MIDDLE");

@@ -180,7 +180,8 @@ void Surface::resize(int width, int height) {
         glBindFramebuffer(GL_READ_FRAMEBUFFER, from);
         glBindFramebuffer(GL_DRAW_FRAMEBUFFER, to);
         const int w = std::min(keptWidth, PixelWidth), h = std::min(keptHeight, PixelHeight);
-        glBlitFramebuffer(0, 0, w, h, 0, 0, w, h, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+        glBlitFramebuffer(0, keptHeight - h, w, keptHeight, 0, PixelHeight - h, w, PixelHeight, GL_COLOR_BUFFER_BIT,
+                          GL_NEAREST);
     };
     for (int i = 0; i < 2; i++) {
         if (former.planes[i].framebuffer)

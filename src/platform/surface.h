@@ -53,7 +53,7 @@ class Surface {
 
     int samples() const { return Samples; }
 
-    // New buffers; the old picture is kept at the bottom-left corner, the rest is black. Pending drawing is done first.
+    // New buffers; the old picture is kept at the top-left corner, the rest is black. Pending drawing is done first.
     void resize(int width, int height);
     // With one buffer, the front buffer stays. More samples than GrantedSamples() are not given.
     void configure(bool doubleBuffered, int samples);

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace gl {
 
@@ -35,13 +36,11 @@ constexpr int PatienceWithPolling = 100, PatienceWithPauses = 500;
 constexpr long long PresentInterval = 14'000;
 
 void GiveScriptItsTurn(Pause pause) {
+    const bool asked = std::exchange(Waiting.Asked, false);
     if (!ScriptIsPlaying())
         return;
-    if (!QueueIsEmpty() && ++Waiting.UnaskedPauses < PatienceWithPauses)
+    if (!(asked && QueueIsEmpty()) && ++Waiting.UnaskedPauses < PatienceWithPauses)
         return;
-    if (QueueIsEmpty() && !Waiting.Asked && ++Waiting.UnaskedPauses < PatienceWithPauses)
-        return;
-    Waiting.Asked = false;
     Waiting.UnaskedPauses = 0;
     // Amid drawing only a drag can be told from work in hand, so only then all commands have their turn.
     PlayNextStep(pause != Pause::Swap || AnyButtonHeld());

@@ -60,6 +60,7 @@ TEST(DisplayChoice, IsReadFromTheEnvironment) {
 }
 
 TEST(DisplayChoice, WithoutADisplayTheProgramSaysHowToGoOn) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
             EndDisplay();

@@ -14,6 +14,8 @@ class Scripts : public HeadlessScreen {
   protected:
     void SetUp() override {
         HeadlessScreen::SetUp();
+        // A forked process has no rendering context of its own.
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
         ScriptEnded = [] {};
         Main = OpenAt("Kirvo", 100, 100, 300, 200);
         for (int device : {LEFTMOUSE, MIDDLEMOUSE, RIGHTMOUSE, KEYBD, KEYBDTEXT, LEFTCTRLKEY, LEFTSHIFTKEY, LEFTALTKEY,
@@ -131,6 +133,7 @@ TEST_F(Scripts, ThePuckPressesAtTabletCoordinates) {
 }
 
 TEST_F(Scripts, OneEventAtATimeAndOnlyAfterAskingInVain) {
+    sginap(1);
     PlayScript("key a b c", "test");
     for (int i = 0; i < 5; i++)
         sginap(1);
