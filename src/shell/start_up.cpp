@@ -3,16 +3,33 @@
 #include <cstdlib>
 #include <ctime>
 #include <initializer_list>
+#include <string>
 
 #include "base/debug.h"
 #include "base/directories.h"
 #include "base/exit.h"
 #include "base/memory.h"
+#include "files/file_errors.h"
+#include "files/reader.h"
 #include "shell/command_line.h"
+#include "shell/slots.h"
 #include "store/pools.h"
 #include "store/storage.h"
 
 namespace {
+
+// The model that the command line or the defaults file names; a new one when there is none. A file that cannot be read
+// leaves a new model and is not told about.
+void TakeFirstModel() {
+    if (!FileName[0]) {
+        StartingUp = 0;
+        ResetStorage();
+        return;
+    }
+    FileErrorOk = 1;
+    ReadKirvo((std::string(FilePath) + "/" + FileName).c_str());
+    FileErrorOk = 0;
+}
 
 // Releases all that is left of both files, so that a developer build's report of memory shows only what was lost. Users
 // need not wait for it: the system takes the memory back faster.
@@ -33,12 +50,10 @@ void RunKirvo(int argumentCount, char* const arguments[]) {
     MemoryTracking(1);
     StartingUp = 1;
     FindDirectories(argumentCount > 0 ? arguments[0] : "Kirvo");
+    FillSlots();
     InitialiseStorage();
     CheckArgs(argumentCount, arguments);
-    if (!FileName[0]) {
-        StartingUp = 0;
-        ResetStorage();
-    }
+    TakeFirstModel();
     StartingUp = 0;
     srand48(std::time(nullptr));
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/debug.h"
+#include "files/file_errors.h"
 #include "support/run_program.h"
 #include "support/temporary_directory.h"
 
@@ -97,6 +98,21 @@ TEST_F(Program, NeedsAHome) {
 TEST_F(Program, TellsWhichModelFileIsMissing) {
     start.Arguments = {"nothing here"};
     ExpectNormalEnd(RunProgram(start), "Kirvo: there is no model file \"nothing here\"\n");
+}
+
+TEST_F(Program, ReadsTheModelFileOfTheCommandLine) {
+    const auto runOn = [&](const std::string& contents) {
+        std::ofstream(place.Path() / "model.kirvo") << contents;
+        start.Directory = place.Path();
+        start.Arguments = {"model"};
+        return RunProgram(start);
+    };
+    ExpectNormalEnd(runOn("Compatibility: 1.00\nVertices (v1.0)\nCount: 1\n1 2 3\n"));
+    // A start-up file that cannot be read gives a new model without a word, unless it needs a newer program.
+    ExpectNormalEnd(runOn("no model"));
+    ExpectNormalEnd(runOn("Compatibility: 1.00\nVertices (v1.0)\nCount: 1\nnothing\n"));
+    ExpectNormalEnd(runOn("Compatibility: 9.00\n\001"),
+                    "Kirvo: Error while reading file:\n\n" + std::string(Ferr[UnsupportedRevision]) + "\n\n");
 }
 
 TEST_F(Program, TellsWhichSignalEndedIt) {
