@@ -8,6 +8,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <cstring>
 #include <malloc.h>
 #include <utility>
@@ -60,8 +61,35 @@ void DeleteDuplicates(benchmark::State& state) {
         state.PauseTiming();
         StartEmpty();
         BuildSeparateSheet(Side);
+        if (state.range(0))
+            EditAtRandom(2 * Side * Side);
         state.ResumeTiming();
         DeleteDuplicateVertices();
+    }
+}
+
+/// Smooth triangles around one vertex, each in a light group of its own: the time must grow with their number, not with
+/// its square.
+void CleanUpFan(benchmark::State& state) {
+    const int triangles = static_cast<int>(state.range(0));
+    StartEmpty();
+    AddObject("Fan", 0, 0);
+    Vertex* const centre = AddVertex(0, 0, 1);
+    Vertex* previous = AddVertex(1, 0, 0);
+    for (int i = 1; i <= triangles; ++i) {
+        const double angle = 2 * M_PI * i / triangles;
+        Vertex* next = AddVertex(std::cos(angle), std::sin(angle), 0);
+        PolygonBead* beads = nullptr;
+        for (Vertex* corner : {centre, previous, next})
+            AddPolygonBead(beads, corner);
+        Polygon* triangle = AddPolygon(beads, nullptr);
+        triangle->Lighting = LightingSmooth;
+        triangle->LightGroup = i;
+        previous = next;
+    }
+    for (auto _ : state) {
+        ConnectionsOK() = 0;
+        CleanUpObject();
     }
 }
 
@@ -203,7 +231,8 @@ void Release(benchmark::State& state) {
 
 BENCHMARK(Build)->Unit(benchmark::kMillisecond);
 BENCHMARK(CleanUp)->ArgName("edited")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(DeleteDuplicates)->Unit(benchmark::kMillisecond);
+BENCHMARK(DeleteDuplicates)->ArgName("edited")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(CleanUpFan)->ArgName("triangles")->RangeMultiplier(10)->Range(1000, 1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CopyFloor)->ArgName("warm")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(CopyFresh)->Unit(benchmark::kMillisecond);
 BENCHMARK(CopyWarm)->ArgName("edited")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
