@@ -221,7 +221,6 @@ void ReverseWorkPoly(WorkPoly* workPoly) {
         std::swap(bead->Next, bead->Prev);
         workPoly->FirstBead = bead;
     }
-    ForgetLastWorkPolyBead();
 }
 
 int CalcWorkPolyNormal(WorkPoly* workPoly) {

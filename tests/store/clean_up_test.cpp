@@ -71,10 +71,10 @@ TEST_F(CleanUp, DoesOnlyWhatIsStale) {
 }
 
 TEST_F(CleanUp, SortsTheObjectWhenConnectionsAreStale) {
-    for (const char* name : {"b", "c", "a"})
+    for (const char* name : {"b", "a", "c"})
         AddSubObject(name);
     CleanUpObject();
-    EXPECT_STREQ(FirstSubObject()->Name, "a");
+    EXPECT_EQ(Names(EverySubObject(CurrentObject())), (std::vector<std::string>{"a", "b", "c"}));
 }
 
 TEST_F(CleanUp, RadiusIsCurrentWhenAskedFor) {

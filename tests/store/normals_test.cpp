@@ -102,6 +102,16 @@ TEST_F(Normals, SmoothCornersShareAMeanUpToTheCrease) {
     ExpectNormal(First->Beads->Normal, 0, 0, 1);
 }
 
+TEST_F(Normals, AreSmoothedAnewWhenThePolygonsMove) {
+    AddHinge(90);
+    CleanUpObject();
+    for (PolygonBead* bead : {Second->Beads->Next->Next, Second->Beads->Next->Next->Next})
+        bead->Vertex->Position[2] = 0, bead->Vertex->Position[0] = -1;
+    NormalsOK() = 0;
+    CleanUpObject();
+    ExpectNormal(First->Beads->Normal, 0, 0, 1);
+}
+
 TEST_F(Normals, FacetedCornersKeepTheirNormals) {
     AddHinge(90);
     Second->Lighting = LightingFaceted;
@@ -187,12 +197,25 @@ TEST_F(Normals, PolygonsWithoutAreaAreDeletedWithTheirOwnVertices) {
     CheckIntegrity();
 }
 
+TEST_F(Normals, DeletedPolygonsLeaveTheSelection) {
+    Polygon* polygon = AddFace({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+    Vertex* apex = Corners(polygon)[2];
+    apex->Selected = polygon->Selected = 1;
+    CleanUpObject();
+    EXPECT_TRUE(FirstSelectedVertex() && FirstSelectedPolygon());
+    apex->Position[1] = 0;
+    NormalsOK() = 0;
+    CleanUpObject();
+    EXPECT_EQ(Vertices(), 0U);
+    EXPECT_FALSE(FirstSelectedVertex() || FirstSelectedPolygon());
+}
+
 TEST_F(Normals, SubPolygonsGoWithAParentWithoutArea) {
     const std::vector<std::vector<double>> flat = {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}},
                                            face = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
     AddFace(face);
     // The decals are older than what they are put on, so the walk would go from the parent straight to them.
-    Polygon *decal = AddFace(face), *decalOnDecal = AddFace(face), *parent = AddFace(flat);
+    Polygon *decal = AddFace(flat), *decalOnDecal = AddFace(face), *parent = AddFace(flat);
     for (Polygon* polygon : {decal, decalOnDecal})
         UnlinkPolygon(polygon);
     UnlinkPolygon(parent);

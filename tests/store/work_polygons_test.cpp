@@ -124,10 +124,31 @@ TEST_F(WorkPolygons, CornersAreAppended) {
     AddToWorkPoly(other, a);
     EXPECT_EQ(RingOf(Work), (Ring{{0, 0}, {1, 0}, {0, 0}, {5, 0}, {6, 0}}));
     EXPECT_EQ(RingOf(other), (Ring{{6, 0}, {5, 0}}));
-    // The record that was appended to last may come back from the pool as another polygon's corner.
-    FreeWorkPoly(std::exchange(Work, nullptr));
-    Outline({{7, 7}});
-    EXPECT_EQ(RingOf(Work), (Ring{{7, 7}}));
+}
+
+TEST_F(WorkPolygons, AppendingForgetsWhatIsGone) {
+    Outline({{1, 1}, {2, 2}, {3, 3}});
+    const WorkPolyBead* first = Work->FirstBead;
+    FreeWorkPoly(Work);
+    // The first corner comes back from the pool as that of another polygon.
+    Work = NewWorkPoly();
+    Work->FirstBead = NewWorkPolyBead();
+    ASSERT_EQ(Work->FirstBead, first);
+    const double position[3] = {7, 7, 0};
+    AddToWorkPoly(Work, position);
+    EXPECT_EQ(RingOf(Work), (Ring{{0, 0}, {7, 7}}));
+
+    // The last corner may have been clipped off.
+    Ring u = {{0, 0}, {3, 0}, {3, 2}, {2, 2}, {2, 1}, {1, 1}, {1, 2}, {0, 2}};
+    for (std::size_t i = 0; i < u.size(); ++i) {
+        std::rotate(u.begin(), u.begin() + 1, u.end());
+        MakeWorkPolyConvex(Outline(u));
+        const std::size_t size = RingOf(Work).size();
+        AddToWorkPoly(Work, position);
+        EXPECT_EQ(RingOf(Work).size(), size + 1);
+        for (const Ring& piece : Rings(Work->FirstChild))
+            EXPECT_EQ(piece.size(), 3U);
+    }
 }
 
 TEST_F(WorkPolygons, Reverse) {
@@ -200,12 +221,19 @@ TEST_F(WorkPolygons, RandomOutlinesAreSplitByThePlainRule) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     for (int round = 0; round < 500; ++round) {
-        // Star shaped, on whole numbers so that floats are exact and corners fall on edges.
+        // On whole numbers, so that floats are exact and corners fall on edges: stars, and strips with ragged sides,
+        // where corners are blocked from across and come free again.
         const int size = 4 + static_cast<int>(random() % 40);
         Ring ring;
-        for (int i = 0; i < size; ++i) {
+        for (int i = 0; i < size && round % 2; ++i) {
             const double angle = 2 * M_PI * i / size, radius = 20 + random() % 200;
             ring.push_back({std::round(radius * std::cos(angle)), std::round(radius * std::sin(angle))});
+        }
+        if (round % 2 == 0) {
+            for (int i = 0; i < size; ++i)
+                ring.push_back({1.0 * i, -static_cast<double>(random() % 50)});
+            for (int i = size; i-- > 0;)
+                ring.push_back({1.0 * i, 1 + static_cast<double>(random() % 50)});
         }
         if (Area(ring) <= 0)
             continue;
