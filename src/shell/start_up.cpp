@@ -1,7 +1,6 @@
 #include "shell/start_up.h"
 
 #include <cstdlib>
-#include <ctime>
 #include <initializer_list>
 #include <string>
 
@@ -11,6 +10,7 @@
 #include "base/memory.h"
 #include "files/file_errors.h"
 #include "files/reader.h"
+#include "platform/system.h"
 #include "shell/command_line.h"
 #include "shell/slots.h"
 #include "store/pools.h"
@@ -55,7 +55,7 @@ void RunKirvo(int argumentCount, char* const arguments[]) {
     CheckArgs(argumentCount, arguments);
     TakeFirstModel();
     StartingUp = 0;
-    srand48(std::time(nullptr));
+    srand48(gl::RandomSeed());
 
     Quitting = 1;
     if (DeveloperBuild)
