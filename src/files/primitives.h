@@ -16,8 +16,8 @@
 
 /// How far a file that lies in memory has been read.
 struct FileCursor {
-    const unsigned char* At;
-    const unsigned char* End;
+    const unsigned char* At = nullptr;
+    const unsigned char* End = nullptr;
 
     std::size_t Left() const { return static_cast<std::size_t>(End - At); }
 };

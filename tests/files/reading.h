@@ -47,11 +47,16 @@ class FilesTest : public testing::Test {
 
 inline std::vector<std::string> FilesTest::Told, FilesTest::Asked;
 
-/// Reads a model quietly: what it traces on the standard output is caught.
+/// What the last ReadQuietly wrote on the standard error stream.
+inline std::string Warned;
+
+/// Reads a model; what that writes on the standard streams is caught.
 inline int ReadQuietly(const std::string& bytes) {
     testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
     const int good = ReadKirvoFromMemory(bytes.data(), bytes.size());
     testing::internal::GetCapturedStdout();
+    Warned = testing::internal::GetCapturedStderr();
     return good;
 }
 
