@@ -140,8 +140,8 @@ int DeletePolygons(const std::vector<Polygon*>& polygons) {
     return deleted;
 }
 
-/// The boxes of the object and of its sub-objects, and the normals of smooth corners: both need every vertex with its
-/// beads, and one walk costs half of two.
+/// The boxes of the object and of its sub-objects, and the normals of smooth corners, in one walk: both need every
+/// vertex with its beads, and fetching these is most of the work.
 void BoundAndSmooth(Object* object) {
     double min[3], max[3];
     EmptyBox(min, max);

@@ -13,6 +13,8 @@ int GeneratePolygonNormal(Polygon* polygon);
 
 /// Computes all normals, boxes and the radius of the current object, whose connections must be valid. Polygons without
 /// area are deleted, with the vertices that only they used; the connections are then made anew and both selections need
-/// rebuilding. A corner of a smooth polygon gets the mean normal of the smooth polygons of its light group and
-/// sub-object that meet at its vertex at less than 120 degrees to the first of them. Linear in the number of beads.
+/// rebuilding. The box of a sub-object without polygons is empty (see EmptyBox); that of an object without vertices
+/// lies at the origin, with radius 10. A corner of a smooth polygon gets the mean normal of the smooth polygons of its
+/// light group and sub-object that meet at its vertex at less than 120 degrees to the first of them. Linear in the
+/// number of beads.
 void GenerateNormals();
