@@ -52,6 +52,14 @@ WindowRectangle WithTitleOnScreen(WindowRectangle place) {
     return place;
 }
 
+// A window that a smaller screen cuts off at its right or lower edge moves in, as far as its other edges allow.
+WindowRectangle BroughtBack(WindowRectangle place) {
+    const WindowRectangle outer = OuterRectangle(place);
+    place.X -= std::clamp(outer.X + outer.Width - Screen.Size.Width, 0, std::max(0, outer.X));
+    place.Y += std::clamp(-outer.Y, 0, std::max(0, Screen.Size.Height - outer.Y - outer.Height));
+    return place;
+}
+
 // The place for a new window of that content size: wholly on the screen if it fits, covering the least of the other
 // windows; the first one in the middle, a little above the centre.
 WindowRectangle ChoosePlace(ContentSize size) {
@@ -154,10 +162,11 @@ void ChangeScreenSize(int width, int height) {
     Screen.Size = {width, height};
     SetScreenSize(width, height);
     for (ScreenWindow* window : Screen.Stacking) {
-        WindowRectangle place = window->Place;
-        place.Y += grown;
+        WindowRectangle wanted = window->Wanted;
+        wanted.Y += grown;
         window->BeforeFit.Y += grown;
-        SetWindowPlace(*window, place);
+        SetWindowPlace(*window, BroughtBack(wanted));
+        window->Wanted = wanted;
     }
     // Room for rounding at odd scales.
     ScreenDamage.Add({0, 0, ToPixels(width + 1), ToPixels(height + 1)});
@@ -197,6 +206,7 @@ ScreenWindow& AddScreenWindow(ScreenWindow* parent, const std::string& title, co
         if (!parent)
             window.Place = WithTitleOnScreen(window.Place);
     }
+    window.Wanted = window.Place;
     window.Content = std::make_unique<Surface>(window.Place.Width, window.Place.Height, false);
     window.Content->Owner = &window;
     Screen.Windows.emplace(window.Id, std::move(owned));
@@ -263,6 +273,7 @@ void SetWindowPlace(ScreenWindow& window, WindowRectangle place) {
     place.Height = std::clamp(place.Height, 1, LargestSize);
     if (!window.Parent)
         place = WithTitleOnScreen(place);
+    window.Wanted = place;
     const bool resized = place.Width != window.Place.Width || place.Height != window.Place.Height;
     if (!resized && place.X == window.Place.X && place.Y == window.Place.Y)
         return;

@@ -18,6 +18,8 @@ struct ScreenWindow {
     std::vector<ScreenWindow*> Children; // bottom to top
     std::string Title;
     WindowRectangle Place{}; // of the content
+    // Where program or user put it: a screen that shrinks may show it elsewhere until it grows again.
+    WindowRectangle Wanted{};
     SizeRules Rules;
     std::unique_ptr<Surface> Content;
     // Of the frame (top-level windows only): the title strip's picture and whether it must be drawn again.

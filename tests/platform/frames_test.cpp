@@ -169,16 +169,25 @@ TEST_F(Frames, NoTitleLeavesTheScreen) {
     EXPECT_GE(TitleRectangle(WindowPlace(lost)).Y, 0);
 }
 
-TEST_F(Frames, AShrinkingScreenBringsWindowsBack) {
-    const int window = OpenAt("w", 550, 20, 200, 200);
-    const int distance = 600 - 220;
+TEST_F(Frames, AShrinkingScreenBringsWindowsBackUntilItGrowsAgain) {
+    const int corner = OpenAt("in the corner", 550, 20, 200, 200);
+    const int middle = OpenAt("in the middle", 100, 300, 200, 200);
+    const int hanging = OpenAt("half out at the left", -100, 300, 200, 200);
+    const WindowRectangle before = WindowPlace(corner);
     std::string error;
     ASSERT_TRUE(AdoptScreenPixels(400, 500, error)) << error;
-    const WindowRectangle title = TitleRectangle(WindowPlace(window));
-    EXPECT_LE(title.X, 400 - 64);
-    EXPECT_EQ(500 - title.Y, distance) << "it keeps its distance from the top";
+    EXPECT_EQ(WindowPlace(corner), (WindowRectangle{400 - 200 - FrameBorder, FrameBorder, 200, 200}));
+    EXPECT_EQ(WindowPlace(middle), (WindowRectangle{100, 200, 200, 200})) << "it keeps its distance from the top";
+    EXPECT_EQ(WindowPlace(hanging).X, -100);
     ASSERT_TRUE(AdoptScreenPixels(400, 100, error)) << error;
-    EXPECT_GE(TitleRectangle(WindowPlace(window)).Y, 0);
+    for (int window : {corner, middle, hanging}) {
+        const WindowRectangle title = TitleRectangle(WindowPlace(window));
+        EXPECT_GE(title.Y, 0);
+        EXPECT_LE(title.Y + title.Height, 100);
+    }
+    ASSERT_TRUE(AdoptScreenPixels(800, 600, error)) << error;
+    EXPECT_EQ(WindowPlace(corner), before);
+    EXPECT_EQ(WindowPlace(middle), (WindowRectangle{100, 300, 200, 200}));
 }
 
 TEST_F(Frames, NewWindowsAvoidTheOthersAndStayOnTheScreen) {
