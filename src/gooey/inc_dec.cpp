@@ -103,8 +103,11 @@ void DrawIncDec(Gadget* gadget) {
 void DrawIncDecBox(const IncDec& incDec) {
     GadgetBox box = ValueBox(incDec);
     SetColour(incDec.Colour);
-    DrawLoweredBox(box.X, box.Y, box.Width, box.Height);
-    ClipScope clip(box.X + 4, box.Y, box.Width - 8, box.Height);
+    // Its first and last column belong to the frames of the buttons.
+    DrawLoweredBox(box.X + 1, box.Y, box.Width - 2, box.Height);
+    DrawBox(box.X, box.Y, 1, box.Height, ShadeBlack);
+    DrawBox(box.X + box.Width - 1, box.Y, 1, box.Height, ShadeBlack);
+    ClipScope clip(box.X + 5, box.Y, box.Width - 10, box.Height);
     DrawCentred(FontOf(true), box.X, box.Y + 8, box.Width, TextOf(incDec).c_str(), White);
 }
 

@@ -72,9 +72,9 @@ int PrepareRepeat() {
     return 1;
 }
 
-int TrackButtonStep(int button) {
+int TrackLeftButtonStep() {
     gl::sginap(1);
-    switch (ReadUntilRelease(button)) {
+    switch (ReadUntilRelease(gl::LEFTMOUSE)) {
     case Waited::Released:
         return 1;
     case Waited::MustEnd:

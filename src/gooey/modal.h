@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/events.h"
-
 // Loops in the midst of handling an event: drags, held buttons, menus. All of them read events through KeepQueueHappy,
 // so redraws, close requests and modifier keys keep working meanwhile, and all end when the program or their window
 // does.
@@ -23,17 +21,14 @@ int PrepareRepeat();
 /// Non-zero while the left button is down.
 int LeftButtonHeld();
 
-/// Follows a button until it is released: at every clock tick calls step(), the pointer having been read. 1 when the
-/// button was released, the pointer being where that happened; 0 when the loop had to end.
-template <class Step>
-int TrackButton(int button, Step step);
-/// The same for the left button.
+/// Follows the left button until it is released: at every clock tick calls step(), the pointer having been read. 1 when
+/// the button was released, 0 when the loop had to end.
 template <class Step>
 int TrackLeftButton(Step step);
 
 /// One step of such a loop: sleeps for a clock tick and reads the waiting events and the pointer. -1: the loop must
 /// end; 0: the button is still down; 1: it has been released.
-int TrackButtonStep(int button);
+int TrackLeftButtonStep();
 
 /// Waits until the left button is released: 1, or 0 when the loop had to end.
 int WaitForLeftRelease();
@@ -74,16 +69,11 @@ void ButtonRepeat(void (*step)(Arg), Arg arg) {
 }
 
 template <class Step>
-int TrackButton(int button, Step step) {
+int TrackLeftButton(Step step) {
     for (;;) {
-        int state = TrackButtonStep(button);
+        int state = TrackLeftButtonStep();
         if (state)
             return state > 0;
         step();
     }
-}
-
-template <class Step>
-int TrackLeftButton(Step step) {
-    return TrackButton(gl::LEFTMOUSE, step);
 }

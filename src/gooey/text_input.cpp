@@ -5,19 +5,17 @@
 #include "gooey/misuse.h"
 #include "gooey/pointer.h"
 #include "gooey/redraw.h"
-#include "gooey/text_filters.h"
+#include "gooey/text_edit.h"
 #include "gooey/utf8.h"
 #include "gooey/window.h"
 
 #include "base/memory.h"
 
-#include "platform/events.h"
 #include "platform/system.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
-#include <string>
+#include <vector>
 
 int TextReturnReal = 0;
 
@@ -44,27 +42,9 @@ GadgetBox LoweredBoxOf(const TextInput& input) {
             font.Descent + font.TextHeight + 16};
 }
 
-// ---- The text by characters
-
-/// The first and the last character boundary of the selection.
-struct Range {
-    int First, Last;
-};
-
-Range SelectionOf(const TextInput& input) {
-    int length = CharactersIn(input.Buffer);
-    int cursor = std::clamp(input.Cursor, 0, length), anchor = std::clamp(input.Anchor, 0, length);
-    return {std::min(cursor, anchor), std::max(cursor, anchor)};
-}
-
-std::string Characters(const TextInput& input, Range range) {
-    std::size_t from = ByteOfCharacter(input.Buffer, range.First), to = ByteOfCharacter(input.Buffer, range.Last);
-    return std::string(input.Buffer + from, to - from);
-}
-
 /// How far into the text a character begins, in pixels.
 int PixelsBefore(const TextInput& input, int character) {
-    return FontFor(input).Width(Characters(input, {0, character}).c_str());
+    return FontFor(input).Width(TextIn(input, {0, character}).c_str());
 }
 
 /// The first character boundary right of a window x.
@@ -75,95 +55,6 @@ int BoundaryRightOf(const TextInput& input, int x) {
             return boundary;
     return length;
 }
-
-bool IsBlankAt(const TextInput& input, int character) {
-    return input.Buffer[ByteOfCharacter(input.Buffer, character)] == ' ';
-}
-
-/// The next beginning of a word in a direction.
-int WordBoundary(const TextInput& input, int from, int direction) {
-    int length = CharactersIn(input.Buffer);
-    auto inText = [&](int at) { return direction < 0 ? at > 0 : at < length; };
-    auto blankAhead = [&](int at) { return IsBlankAt(input, direction < 0 ? at - 1 : at); };
-    int at = from;
-    bool toBlanks = direction < 0;
-    while (inText(at) && blankAhead(at) == toBlanks)
-        at += direction;
-    while (inText(at) && blankAhead(at) != toBlanks)
-        at += direction;
-    return at;
-}
-
-void MoveCursor(TextInput& input, int character, bool extendSelection) {
-    input.Cursor = std::clamp(character, 0, CharactersIn(input.Buffer));
-    if (!extendSelection)
-        input.Anchor = input.Cursor;
-}
-
-void Replace(TextInput& input, Range range, const std::string& replacement) {
-    std::string text = input.Buffer;
-    std::size_t from = ByteOfCharacter(input.Buffer, range.First), to = ByteOfCharacter(input.Buffer, range.Last);
-    text.replace(from, to - from, replacement);
-    std::memcpy(input.Buffer, text.c_str(), text.size() + 1);
-    input.Cursor = input.Anchor = CharactersIn(text.substr(0, from + replacement.size()).c_str());
-}
-
-/// Puts a character in place of the selection, when the filter accepts it and there is room.
-bool Insert(TextInput& input, int character) {
-    Range selection = SelectionOf(input);
-    std::string rest = input.Buffer;
-    std::size_t from = ByteOfCharacter(input.Buffer, selection.First);
-    rest.erase(from, ByteOfCharacter(input.Buffer, selection.Last) - from);
-    TextFilter filter = input.Filter ? input.Filter : AlphanumericFilter;
-    if (!filter(character, selection.First, rest.c_str()))
-        return false;
-    std::string bytes = EncodeCodePoint(CodePointOf(character));
-    if (bytes.empty() || rest.size() + bytes.size() > static_cast<std::size_t>(input.Size) - 1)
-        return false;
-    Replace(input, selection, bytes);
-    return true;
-}
-
-bool Erase(TextInput& input, Range range) {
-    if (range.First >= range.Last)
-        return false;
-    Replace(input, range, "");
-    return true;
-}
-
-/// What Backspace (direction -1) or Delete (1) takes away: the selection, a character, or a word.
-bool EraseTowards(TextInput& input, int direction, bool word) {
-    Range range = SelectionOf(input);
-    if (range.First == range.Last) {
-        int length = CharactersIn(input.Buffer);
-        int other = word ? WordBoundary(input, range.First, direction) : range.First + direction;
-        other = std::clamp(other, 0, length);
-        range = {std::min(range.First, other), std::max(range.Last, other)};
-    }
-    return Erase(input, range);
-}
-
-// ---- The clipboard
-
-void CopySelection(const TextInput& input) {
-    Range selection = SelectionOf(input);
-    if (selection.First != selection.Last)
-        gl::SetClipboardText(Characters(input, selection).c_str());
-}
-
-bool Paste(TextInput& input) {
-    const std::string pasted = gl::ClipboardText();
-    bool changed = false;
-    const char* at = pasted.c_str();
-    while (int codePoint = NextCodePoint(at)) {
-        if (codePoint == '\n' || codePoint == '\r')
-            break;
-        changed |= Insert(input, TextCharacter(codePoint));
-    }
-    return changed;
-}
-
-// ---- Drawing
 
 void ScrollToCursor(TextInput& input) {
     int cursor = PixelsBefore(input, input.Cursor);
@@ -185,12 +76,12 @@ void DrawContent(TextInput& input) {
     ScrollToCursor(input);
     font.Draw(x - input.Scroll, y, input.Buffer, White);
     int bottom = y - font.Descent - 1, height = font.Descent + font.TextHeight + 3;
-    Range selection = SelectionOf(input);
+    TextRange selection = SelectionOf(input);
     if (selection.First != selection.Last) {
         int from = x - input.Scroll + PixelsBefore(input, selection.First);
         int width = x - input.Scroll + PixelsBefore(input, selection.Last) - from;
         DrawBox(from, bottom, width, height, ShadeSelection);
-        font.Draw(from, y, Characters(input, selection).c_str(), Colour[ShadeLowered]);
+        font.Draw(from, y, TextIn(input, selection).c_str(), Colour[ShadeLowered]);
     }
     SetColour(Red);
     DrawBox(x - input.Scroll + PixelsBefore(input, input.Cursor), bottom, 2, height, ShadeFull);
@@ -224,8 +115,6 @@ int CallBack(Gadget* gadget, int returnPressed) {
     });
 }
 
-// ---- Activation
-
 /// Only one input of a window is active. 0 when an owner took this one away.
 int DeactivateOthers(Gadget* gadget) {
     if (Window* window = WindowOf(gadget)) {
@@ -237,30 +126,20 @@ int DeactivateOthers(Gadget* gadget) {
 
 int KeyInTextInput(Gadget* gadget, int character);
 
-/// The next visible input of the window after this one, or before it, round the ends.
+/// The next visible input of the window, or the one before, round the ends; possibly the same.
 Gadget* NeighbourOf(Gadget* gadget, bool before) {
+    std::vector<Gadget*> inputs;
     Window* window = WindowOf(gadget);
-    Gadget* previous = nullptr;
-    Gadget* first = nullptr;
-    Gadget* last = nullptr;
-    bool passed = false;
-    for (Gadget* other = window ? window->Gadgets : nullptr; other; other = other->NextGadget) {
-        if (other->KeyFn != KeyInTextInput || !other->Visible)
-            continue;
-        if (passed && !before)
-            return other;
-        if (other == gadget) {
-            passed = true;
-            previous = last;
-        }
-        first = first ? first : other;
-        last = other;
-        passed = passed && !before;
-    }
-    return before ? (previous ? previous : last) : first;
+    for (Gadget* other = window ? window->Gadgets : nullptr; other; other = other->NextGadget)
+        if (other->KeyFn == KeyInTextInput && other->Visible)
+            inputs.push_back(other);
+    auto here = std::find(inputs.begin(), inputs.end(), gadget);
+    if (here == inputs.end())
+        return gadget;
+    if (before)
+        return here == inputs.begin() ? inputs.back() : *(here - 1);
+    return here + 1 == inputs.end() ? inputs.front() : *(here + 1);
 }
-
-// ---- Input
 
 void FollowPointer(Gadget* gadget) {
     TextInput& input = InputOf(gadget);
@@ -294,99 +173,17 @@ int ClickTextInput(Gadget* gadget) {
     if (!DeactivateOthers(gadget))
         return 1;
     int clicks = CountClicks(gadget);
-    MoveCursor(input, BoundaryRightOf(input, x), extend);
-    if (clicks > 1) {
-        int length = CharactersIn(input.Buffer);
-        input.Anchor = clicks == 2 ? WordBoundary(input, input.Cursor, -1) : 0;
-        input.Cursor = clicks == 2 ? std::max(input.Cursor, input.Anchor) : length;
-        while (clicks == 2 && input.Cursor < length && !IsBlankAt(input, input.Cursor))
-            ++input.Cursor;
-    }
+    MoveTextCursor(input, BoundaryRightOf(input, x), extend);
+    if (clicks == 2)
+        SelectWord(input);
+    else if (clicks > 2)
+        SelectAll(input);
     ShowChange(gadget);
     if (clicks > 1)
         WaitForLeftRelease();
     else
         FollowPointer(gadget);
     return 1;
-}
-
-/// What a key did.
-enum class Edit { Nothing, Moved, Changed };
-
-Edit EditByControlKey(TextInput& input, int character) {
-    switch (character) {
-    case CtrlCharacter('A'):
-        input.Anchor = 0;
-        input.Cursor = CharactersIn(input.Buffer);
-        return Edit::Moved;
-    case CtrlCharacter('C'):
-        CopySelection(input);
-        return Edit::Nothing;
-    case CtrlCharacter('X'):
-        CopySelection(input);
-        return Erase(input, SelectionOf(input)) ? Edit::Changed : Edit::Nothing;
-    case CtrlCharacter('V'):
-        return Paste(input) ? Edit::Changed : Edit::Nothing;
-    case CtrlCharacter('H'):
-        return EraseTowards(input, -1, true) ? Edit::Changed : Edit::Nothing;
-    default:
-        return Edit::Nothing;
-    }
-}
-
-Edit MoveByKey(TextInput& input, int character) {
-    bool extend = LeftShift || RightShift;
-    bool byWord = LeftCtrl || RightCtrl;
-    Range selection = SelectionOf(input);
-    bool leaveSelection = !extend && selection.First != selection.Last;
-    auto step = [&](int direction) {
-        if (byWord)
-            return WordBoundary(input, input.Cursor, direction);
-        if (leaveSelection)
-            return direction < 0 ? selection.First : selection.Last;
-        return input.Cursor + direction;
-    };
-    switch (character) {
-    case LeftCharacter:
-        MoveCursor(input, step(-1), extend);
-        return Edit::Moved;
-    case RightCharacter:
-        MoveCursor(input, step(1), extend);
-        return Edit::Moved;
-    case UpCharacter:
-    case DownCharacter:
-        if (input.Filter && input.Filter(character, -1, input.Buffer))
-            return Edit::Changed;
-        [[fallthrough]];
-    default:
-        MoveCursor(input, character == UpCharacter || character == HomeCharacter ? 0 : CharactersIn(input.Buffer),
-                   extend);
-        return Edit::Moved;
-    }
-}
-
-Edit EditByKey(TextInput& input, int character) {
-    switch (character) {
-    case BackspaceCharacter:
-        return EraseTowards(input, -1, false) ? Edit::Changed : Edit::Nothing;
-    case DeleteCharacter:
-        return EraseTowards(input, 1, LeftCtrl || RightCtrl) ? Edit::Changed : Edit::Nothing;
-    case EscapeCharacter:
-        return Erase(input, {0, CharactersIn(input.Buffer)}) ? Edit::Changed : Edit::Nothing;
-    case UpCharacter:
-    case DownCharacter:
-    case LeftCharacter:
-    case RightCharacter:
-    case HomeCharacter:
-    case EndCharacter:
-        return MoveByKey(input, character);
-    default:
-        break;
-    }
-    bool controlKey = character >= CtrlCharacter('A') && character <= CtrlCharacter('Z') && (LeftCtrl || RightCtrl);
-    if (controlKey)
-        return EditByControlKey(input, character);
-    return Insert(input, character) ? Edit::Changed : Edit::Nothing;
 }
 
 int KeyInTextInput(Gadget* gadget, int character) {
@@ -398,19 +195,20 @@ int KeyInTextInput(Gadget* gadget, int character) {
         CallBack(gadget, 1);
         return 1;
     }
-    if (Gadget* neighbour = character == TabCharacter ? NeighbourOf(gadget, LeftShift || RightShift) : nullptr;
-        neighbour && neighbour != gadget) {
-        ActivateText(neighbour, 1);
-        return 1;
+    if (character == TabCharacter) {
+        Gadget* neighbour = NeighbourOf(gadget, LeftShift || RightShift);
+        if (neighbour != gadget) {
+            ActivateText(neighbour, 1);
+            return 1;
+        }
     }
-    MoveCursor(input, input.Cursor, true);
-    Edit edit = EditByKey(input, character);
-    if (edit == Edit::Nothing)
+    TextEdit edit = EditText(input, character);
+    if (edit == TextEdit::Nothing)
         return 1;
     if (!(input.Flags & TextRedrawsWindow))
         gl::gsync();
     ShowChange(gadget);
-    if (edit == Edit::Changed && input.Flags & TextReportsChanges)
+    if (edit == TextEdit::ChangedText && input.Flags & TextReportsChanges)
         CallBack(gadget, 0);
     return 1;
 }
@@ -511,15 +309,8 @@ int TextIsActive(const Gadget* gadget) {
 
 void ChangeText(Gadget* gadget, const char* text) {
     TextInput& input = InputOf(gadget);
-    std::string copy = text ? text : "";
-    std::size_t room = static_cast<std::size_t>(input.Size) - 1;
-    if (copy.size() > room) {
-        std::printf("Kirvo: String truncated - %s\n", copy.c_str());
-        copy.resize(WholeCharactersWithin(copy.c_str(), room));
-    }
-    std::memcpy(input.Buffer, copy.c_str(), copy.size() + 1);
-    if (input.Cursor >= 0)
-        input.Cursor = input.Anchor = CharactersIn(input.Buffer);
+    if (!SetInputText(input, text ? text : ""))
+        std::printf("Kirvo: String truncated - %s\n", text);
     input.Scroll = 0;
 }
 

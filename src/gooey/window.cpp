@@ -24,6 +24,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 Window* WindowList = nullptr;
 Window* CurrentWindow = nullptr;
@@ -312,4 +313,16 @@ void UpdateWindowGeometry() {
     CurrentWindow->Width = width;
     CurrentWindow->Height = height;
     CurrentWindow->Resized = 1;
+}
+
+void EndToolkit() {
+    auto quitFunction = std::exchange(QuitFunction, nullptr);
+    CloseAllWindows();
+    QuitFunction = quitFunction;
+    FreeEventQueue();
+    gl::EndDisplay();
+    FirstWindow = true;
+    MultisamplingWanted = true;
+    MaxWindow = 0;
+    InputChangePending = 1;
 }

@@ -110,3 +110,7 @@ Window* FindWindowById(int id);
 
 /// Reads the current window's place and size from the graphics layer; a new size sets Resized.
 void UpdateWindowGeometry();
+
+/// Shuts all windows without asking, ends the display and forgets what the first window set up, so that the next window
+/// starts everything anew.
+void EndToolkit();

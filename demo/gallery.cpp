@@ -1,0 +1,230 @@
+// Every gadget of the toolkit in one window, for people who write new tools: how it looks, how it is added, what it
+// calls. Each section is a function that adds its gadgets and leaves a note in the status line when one is used.
+
+#include "gooey/button.h"
+#include "gooey/check_box.h"
+#include "gooey/draw.h"
+#include "gooey/event_loop.h"
+#include "gooey/fonts.h"
+#include "gooey/gadget.h"
+#include "gooey/gadget_commands.h"
+#include "gooey/inc_dec.h"
+#include "gooey/label.h"
+#include "gooey/redraw.h"
+#include "gooey/slider.h"
+#include "gooey/text_filters.h"
+#include "gooey/text_input.h"
+#include "gooey/window.h"
+
+#include "platform/drawing.h"
+#include "platform/windows.h"
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+constexpr int GalleryWidth = 620, GalleryHeight = 560;
+constexpr int LeftColumn = 16, RightColumn = 400;
+
+std::string Note = "Press something";
+
+void DrawNote() {
+    SetColour(White);
+    DrawLoweredBox(8, 8, CurrentWindow->Width - 16, 29);
+    SmallText(18, 18, Note.c_str(), White);
+}
+
+void Say(const std::string& note) {
+    Note = note;
+    DirtyCurrentWindow();
+}
+
+/// The title of a section with an etched line under it, anchored to the top edge.
+struct Section {
+    const char* Title;
+    int X, Y, Width;
+};
+
+constexpr Section Sections[] = {
+    {"Buttons", LeftColumn, -30, 356},         {"Check boxes", LeftColumn, -244, 356},
+    {"Text inputs", LeftColumn, -326, 356},    {"Sliders", RightColumn, -30, 204},
+    {"Inc/dec boxes", RightColumn, -244, 204}, {"Labels and boxes", RightColumn, -366, 204},
+};
+
+void DrawSections() {
+    for (const Section& section : Sections) {
+        int y = CurrentWindow->Height + section.Y;
+        SetColour(White);
+        SmallText(section.X, y, section.Title, LightGrey);
+        DrawLine(section.X, y - 6, section.X + section.Width - 1, y - 6, 3);
+        DrawLine(section.X, y - 7, section.X + section.Width - 1, y - 7, 10);
+    }
+}
+
+// ---- Buttons
+
+int Mode = 0, Axis = -1, Icon = 1;
+
+void DrawShape(int shape) {
+    float x = static_cast<float>(ButtonX + ButtonW / 2), y = static_cast<float>(ButtonY + ButtonH / 2);
+    if (shape == 0)
+        gl::circ(x, y, 10);
+    else if (shape == 1)
+        gl::circf(x, y, 10);
+    else
+        gl::rectfi(ButtonX + 12, ButtonY + 12, ButtonX + ButtonW - 13, ButtonY + ButtonH - 13);
+}
+
+void AddButtonSection() {
+    static const char* const modes[] = {"Polygon", "Vertex", "Scene"};
+    static const char* const axes[] = {"x-y", "x-z", "y-z"};
+    static const char* const repeats[] = {"Hold me"};
+    static const char* const choices[] = {"Reset", "Done"};
+    static int repeated = 0;
+
+    AddButtons(
+        LeftColumn, -84, 0, ButtonsOfTextWidth, 3, modes,
+        [] { Say("A row of buttons, bound to a variable: " + std::string(modes[Mode])); }, &Mode, nullptr);
+    AddButtons(
+        LeftColumn, -122, 0, ButtonsOfTextWidth | ButtonsSmallFont, 3, axes,
+        [] { Say("The small font: " + std::string(axes[Axis])); }, &Axis, nullptr);
+    AddButtons(
+        LeftColumn, -160, 90, ButtonsOfGivenWidth | ButtonsSmallFont | ButtonsAutoRepeat, 1, repeats,
+        [] { Say("Repeats while held: " + std::to_string(++repeated)); }, nullptr, nullptr);
+    const int stackStep[] = {38};
+    AddButtons(
+        LeftColumn + 264, -160, 92, ButtonsOfTextWidth | ButtonsStacked | ButtonsSmallFont, 2, choices,
+        [] { Say("Stacked, centred in a width: " + std::string(choices[ButtonChoice])); }, nullptr, stackStep);
+    const int boxes[] = {LeftColumn, -213, 40, 40, LeftColumn + 48, -213, 40, 40, LeftColumn + 96, -213, 40, 40};
+    AddButtons(
+        0, 0, 0, ButtonsOfGivenBoxes, 3, nullptr,
+        [] {
+            if (ButtonChoice < 0)
+                DrawShape(-1 - ButtonChoice);
+            else
+                Say("A face drawn by the owner: number " + std::to_string(ButtonChoice));
+        },
+        &Icon, boxes);
+}
+
+// ---- Check boxes
+
+int ShowGrid = 1, GridOnTop = 0, Snap = 1;
+
+void AddCheckSection() {
+    auto told = [](GadgetArg arg) { Say("Flag " + std::to_string(arg.Number) + " was toggled"); };
+    AddCheckBox(LeftColumn, -286, 0, 0, 0, "Show grid", told, &ShowGrid);
+    AddCheckBox(GooeyRight + 8, -286, 0, 0, 1, "On top", told, &GridOnTop);
+    AddCheckBox(GooeyRight + 8, -284, 0, CheckSmallFont, 2, "Grid snap", told, &Snap);
+}
+
+// ---- Text inputs
+
+char Name[64], Size[16], Directory[4096];
+
+void AddTextSection() {
+    AddTextInput(LeftColumn, -380, 356, 0, "Name:", "A hut on stilts", sizeof Name, PrintableFilter, Name,
+                 [] { Say("Any character; Return was pressed: " + std::string(Name)); });
+    AddTextInput(LeftColumn, -424, 200, TextSmallFont | TextReportsChanges, "Size (m):", "1.5", sizeof Size, FPFilter,
+                 Size, [] { Say("Numbers alone, told of every change: " + std::string(Size)); });
+    AddTextInput(LeftColumn + 8, -484, 364, TextSmallFont | TextLabelAbove, "Texture directory:", "/usr/share/textures",
+                 sizeof Directory, AsciiFilter, Directory, [] { Say("The label above: " + std::string(Directory)); });
+}
+
+// ---- Sliders
+
+Gadget* Mixers[3];
+
+int MixerPosition(int channel) {
+    return GadgetData<Slider>(Mixers[channel]).Position;
+}
+
+std::uint32_t MixedColour() {
+    std::uint32_t colour = 0;
+    for (int channel = 0; channel < 3; ++channel)
+        colour |= static_cast<std::uint32_t>(MixerPosition(channel) * 255 / 100) << 8 * channel;
+    return colour;
+}
+
+void AddSliderSection() {
+    static const char* const names[] = {"R", "G", "B"};
+    static const int positions[] = {80, 55, 20};
+    auto moved = [](GadgetArg arg, int from, int to) {
+        Say(std::string(names[arg.Number]) + " moved from " + std::to_string(from) + " to " + std::to_string(to));
+    };
+    auto shade = [](GadgetArg arg) { return 0xFFu << 8 * arg.Number; };
+    for (int channel = 0; channel < 3; ++channel)
+        Mixers[channel] = AddSlider(RightColumn + 8 + 46 * channel, -190, 22, 100, SliderSmallFont, positions[channel],
+                                    nullptr, moved, nullptr, shade, PrintSlideSmall, channel, names[channel]);
+    Kirvo_AddGadget(
+        [] {
+            int y = CurrentWindow->Height - 194;
+            SetColour(White);
+            DrawLoweredBox(RightColumn + 150, y, 54, 124);
+            gl::cpack(MixedColour());
+            gl::rectfi(RightColumn + 154, y + 4, RightColumn + 199, y + 119);
+        },
+        nullptr);
+}
+
+// ---- Inc/dec boxes
+
+int Sides = 4, Minutes = 15;
+
+void AddIncDecSection() {
+    AddIncDec(
+        RightColumn, -288, 120, nullptr, nullptr,
+        [](GadgetArg, int delta) {
+            Sides = Sides < 3 ? 3 : Sides;
+            Say("Changed by " + std::to_string(delta) + ", never below 3");
+        },
+        &Sides);
+    auto format = [](GadgetArg) {
+        static char text[24];
+        std::snprintf(text, sizeof text, "%d mins", Minutes);
+        return static_cast<const char*>(text);
+    };
+    AddIncDec(
+        RightColumn, -326, 160, nullptr, format, [](GadgetArg, int) { Say("A text of the owner's"); }, &Minutes);
+}
+
+// ---- Labels and boxes
+
+void AddLabelSection() {
+    AddText(RightColumn, -404, "White, normal font", 1);
+    AddDimText(RightColumn, -428, "Dim, normal font", 1);
+    AddText(RightColumn, -448, "White, small;", 0);
+    AddDimText(GooeyRight, -448, "dim, small", 0);
+    Kirvo_AddGadget(
+        [] {
+            int y = CurrentWindow->Height - 504;
+            SetColour(White);
+            DrawRaisedBox(RightColumn, y, 62, 38);
+            DrawLoweredBox(RightColumn + 71, y, 62, 38);
+            DrawFrame(RightColumn + 142, y, 62, 38, ShadeFull);
+        },
+        nullptr);
+}
+
+} // namespace
+
+int main() {
+    InstallGadgetCommands();
+    gl::prefsize(GalleryWidth, GalleryHeight);
+    gl::minsize(GalleryWidth, GalleryHeight);
+    OpenWindow("Gallery", WindowDoubleBuffered, 0, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
+    AddBackdrop();
+    Kirvo_AddGadget(DrawSections, nullptr);
+    Kirvo_AddGadget(DrawNote, nullptr);
+    AddButtonSection();
+    AddCheckSection();
+    AddTextSection();
+    AddSliderSection();
+    AddIncDecSection();
+    AddLabelSection();
+    while (CheckEvents() != -1) {
+    }
+    CloseAllWindows();
+    return 0;
+}
