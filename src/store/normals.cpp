@@ -6,6 +6,7 @@
 #include "store/accessors.h"
 #include "store/connections.h"
 #include "store/polygon_editing.h"
+#include "store/storage.h"
 #include "store/walks.h"
 
 #include <algorithm>
@@ -193,12 +194,15 @@ int GeneratePolygonNormal(Polygon* polygon) {
 void GenerateNormals() {
     Object* object = CurrentObject();
     const std::int32_t connectionsOK = object->ConnectionsOK;
+    const int workSaved = WorkSaved;
     if (const int deleted = DeletePolygons(GeneratePolygonNormals(object))) {
         Trace("GenerateNormals: %d bad polygons deleted\n", deleted);
         MakeConnections();
         // The deletions have cleared the flag, but the connections are as good as before.
         object->ConnectionsOK = connectionsOK;
         object->VertexSelectionChanged = object->PolygonSelectionChanged = 1;
+        // A model just read is not changed work because it held a polygon that nobody can see.
+        WorkSaved = workSaved;
     }
     BoundAndSmooth(object);
     SetRadius(object);

@@ -197,6 +197,17 @@ TEST_F(Normals, PolygonsWithoutAreaAreDeletedWithTheirOwnVertices) {
     CheckIntegrity();
 }
 
+TEST_F(Normals, AModelJustReadIsNotChangedWorkBecauseOfAPolygonWithoutArea) {
+    PolygonOn({AddVertex(0, 0, 0), AddVertex(1, 1, 1), AddVertex(2, 2, 2)});
+    for (const int workSaved : {1, 0}) {
+        ConnectionsOK() = 0;
+        WorkSaved = workSaved;
+        CleanUpObject();
+        EXPECT_EQ(WorkSaved, workSaved);
+    }
+    EXPECT_EQ(FirstPolygon(), nullptr);
+}
+
 TEST_F(Normals, DeletedPolygonsLeaveTheSelection) {
     Polygon* polygon = AddFace({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
     Vertex* apex = Corners(polygon)[2];
