@@ -51,6 +51,7 @@ int SlotCount = 0;
 unsigned Image = 0;
 unsigned Arrays = 0, VertexBuffer = 0, IndexBuffer = 0, LineArrays = 0, LineBuffer = 0, LineIndexBuffer = 0;
 int LineIndexCount = 0;
+long Sent = 0;
 
 // The version of the projection of shapes that have none.
 constexpr uint32_t UnitProjection = 0xFFFFFFFF;
@@ -345,20 +346,6 @@ PixelBox ReachOfVertices(const BatchKey& key) {
     return ReachOfBox(Contents.projection, low, high, viewport, margin);
 }
 
-void DescribeVertex(int stride, const char* base) {
-    auto at = [base](size_t offset) { return reinterpret_cast<const void*>(base + offset); };
-    glEnableVertexAttribArray(PositionAttribute);
-    glVertexAttribPointer(PositionAttribute, 3, GL_FLOAT, false, stride, at(offsetof(Vertex, position)));
-    glEnableVertexAttribArray(NormalAttribute);
-    glVertexAttribPointer(NormalAttribute, 3, GL_SHORT, true, stride, at(offsetof(Vertex, normal)));
-    glEnableVertexAttribArray(SlotAttribute);
-    glVertexAttribPointer(SlotAttribute, 1, GL_SHORT, false, stride, at(offsetof(Vertex, slot)));
-    glEnableVertexAttribArray(ColourAttribute);
-    glVertexAttribPointer(ColourAttribute, 4, GL_UNSIGNED_BYTE, true, stride, at(offsetof(Vertex, colour)));
-    glEnableVertexAttribArray(TexelAttribute);
-    glVertexAttribPointer(TexelAttribute, 2, GL_FLOAT, false, stride, at(offsetof(Vertex, texel)));
-}
-
 void SendSegments() {
     // Four corners a segment; the indices never change and are made once for the largest piece.
     const int corners = static_cast<int>(Pending.lineVertices.size());
@@ -400,6 +387,7 @@ void SendVertices() {
 void SendPending() {
     if (Pending.count == 0 && Pending.lineVertices.empty())
         return;
+    Sent++;
     if (PrepareDriver(Key)) {
         const ShaderVariant variant = VariantFor(Key, Pending.lit && SlotCount > 0);
         Program& program = ProgramFor(variant);
@@ -424,6 +412,31 @@ void SendPending() {
 }
 
 } // namespace
+
+void DescribeVertices(int stride) {
+    auto at = [](size_t offset) { return reinterpret_cast<const void*>(offset); };
+    glEnableVertexAttribArray(PositionAttribute);
+    glVertexAttribPointer(PositionAttribute, 3, GL_FLOAT, false, stride, at(offsetof(Vertex, position)));
+    glEnableVertexAttribArray(NormalAttribute);
+    glVertexAttribPointer(NormalAttribute, 3, GL_SHORT, true, stride, at(offsetof(Vertex, normal)));
+    glEnableVertexAttribArray(SlotAttribute);
+    glVertexAttribPointer(SlotAttribute, 1, GL_SHORT, false, stride, at(offsetof(Vertex, slot)));
+    glEnableVertexAttribArray(ColourAttribute);
+    glVertexAttribPointer(ColourAttribute, 4, GL_UNSIGNED_BYTE, true, stride, at(offsetof(Vertex, colour)));
+    glEnableVertexAttribArray(TexelAttribute);
+    glVertexAttribPointer(TexelAttribute, 2, GL_FLOAT, false, stride, at(offsetof(Vertex, texel)));
+}
+
+void DescribeLineVertices() {
+    constexpr int stride = sizeof(LineVertex);
+    DescribeVertices(stride);
+    glEnableVertexAttribArray(OtherEndAttribute);
+    glVertexAttribPointer(OtherEndAttribute, 3, GL_FLOAT, false, stride,
+                          reinterpret_cast<const void*>(offsetof(LineVertex, otherEnd)));
+    glEnableVertexAttribArray(LineAttribute);
+    glVertexAttribPointer(LineAttribute, 3, GL_FLOAT, false, stride,
+                          reinterpret_cast<const void*>(offsetof(LineVertex, line)));
+}
 
 PixelBox ReachOfBox(const Matrix4& m, const double* low, const double* high, const PixelBox& viewport, int margin) {
     double left = 1e300, right = -1e300, bottom = 1e300, top = -1e300;
@@ -511,6 +524,10 @@ void FlushDrawing() {
         return;
     SendPending();
     StateChanged = true;
+}
+
+long BatchesSent() {
+    return Sent;
 }
 
 bool DrawingToOverlay() {
@@ -635,17 +652,11 @@ void OpenBatches() {
     glBindVertexArray(Arrays);
     glBindBuffer(GL_ARRAY_BUFFER, VertexBuffer);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, IndexBuffer);
-    DescribeVertex(sizeof(Vertex), nullptr);
+    DescribeVertices(sizeof(Vertex));
     glBindVertexArray(LineArrays);
     glBindBuffer(GL_ARRAY_BUFFER, LineBuffer);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, LineIndexBuffer);
-    DescribeVertex(sizeof(LineVertex), nullptr);
-    auto at = [](size_t offset) { return reinterpret_cast<const void*>(offset); };
-    glEnableVertexAttribArray(OtherEndAttribute);
-    glVertexAttribPointer(OtherEndAttribute, 3, GL_FLOAT, false, sizeof(LineVertex),
-                          at(offsetof(LineVertex, otherEnd)));
-    glEnableVertexAttribArray(LineAttribute);
-    glVertexAttribPointer(LineAttribute, 3, GL_FLOAT, false, sizeof(LineVertex), at(offsetof(LineVertex, line)));
+    DescribeLineVertices();
     LineIndexCount = 0;
     ForgetDriverState();
 }

@@ -72,6 +72,10 @@ void ClearTarget(const float* colour, double depth);
 PixelBox ReachOfBox(const Matrix4& projection, const double* low, const double* high, const PixelBox& viewport,
                     int margin);
 
+// Tells the driver what the array buffer that is bound holds.
+void DescribeVertices(int stride);
+void DescribeLineVertices();
+
 // Drawing from buffers that stay in graphics memory, with the present state.
 struct StaticRun {
     unsigned arrays = 0; // vertex array, with its index buffer
@@ -85,6 +89,9 @@ struct StaticRun {
 };
 
 void DrawStaticRun(const StaticRun& run);
+
+// How many batches have been sent since the beginning.
+long BatchesSent();
 
 // Set-up and release of buffers with the context.
 void OpenBatches();

@@ -43,8 +43,11 @@ unsigned FindTexture(int index);
 int FindEnvironment(int index);
 // One white pixel.
 unsigned WhiteTexture();
-// All of the above.
+
+// Back to the beginning, each for its module.
 void DeleteAllTextures();
+void ForgetLightingDefinitions();
+void ForgetPatterns();
 
 // The 16 rows of a pattern (32 and 64 wide ones are cut down to their first 16 bits), null when it is solid.
 const std::array<int32_t, 16>* FindPattern(int index);

@@ -170,9 +170,12 @@ void Finish() {
     const int count = static_cast<int>(Next - First);
     if (Recording()) {
         if (Filled(Begun)) {
-            const std::vector<float> positions = RecordedPositions();
-            FillTriangles(positions.data(), 3, static_cast<int>(positions.size() / 3));
-            RecordTriangles(Triangles);
+            if (const int recorded = RecordedVertices()) {
+                int stride;
+                const float* positions = RecordedPositions(&stride);
+                FillTriangles(positions, stride, recorded);
+                RecordTriangles(Triangles);
+            }
         } else if (Begun == Primitive::Points)
             RecordPoints();
         else

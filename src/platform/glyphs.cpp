@@ -206,9 +206,9 @@ unsigned GlyphTexture(int* width, int* height) {
 }
 
 void DeleteGlyphs() {
+    ForgetGlyphs();
     glDeleteTextures(1, &Glyphs.texture);
     Glyphs.texture = 0;
-    Glyphs.changed = true;
 }
 
 } // namespace gl

@@ -68,7 +68,10 @@ int SamplesToGrant() {
 } // namespace
 
 bool OpenHeadlessContext(std::string& error) {
-    if (!MakeContext(SurfacelessDisplay())) {
+    static bool made = false;
+    if (!made)
+        made = MakeContext(SurfacelessDisplay());
+    if (!made) {
         error = "no graphics driver offers drawing without a display (EGL on the surfaceless platform, OpenGL 3.3)";
         return false;
     }
@@ -105,6 +108,8 @@ void CloseGraphics() {
     SetScreenSize(0, 0);
     DeleteAllRecordings();
     DeleteAllTextures();
+    ForgetLightingDefinitions();
+    ForgetPatterns();
     DeleteGlyphs();
     DeletePrograms();
     CloseBatches();

@@ -6,7 +6,8 @@
 namespace gl {
 
 // Makes a rendering context that needs no display and no device, and makes it current; everything is then drawn into
-// surfaces in memory. Calls InitialiseGraphics. False, with one line in `error`, when no driver offers one.
+// surfaces in memory. Calls InitialiseGraphics. False, with one line in `error`, when no driver offers one. There is
+// one such context; after CloseGraphics it serves again.
 bool OpenHeadlessContext(std::string& error);
 
 // Prepares drawing in the context that is current, whoever made it (OpenGL 3.3 core at least). The drawing scale must
@@ -17,8 +18,9 @@ bool InitialiseGraphics(std::string& error);
 // True once InitialiseGraphics has succeeded and until CloseGraphics.
 bool GraphicsReady();
 
-// Releases everything that lives in graphics memory: programs, buffers, textures, recordings. Surfaces must be gone.
-// The context itself stays with whoever made it; a headless one stays too (some drivers leak when it is ended).
+// Releases everything that lives in graphics memory (programs, buffers, textures, recordings) and forgets all
+// definitions but those of fonts. Surfaces must be gone. The context itself stays with whoever made it; a headless one
+// stays too (some drivers leak when it is ended).
 void CloseGraphics();
 
 // The driver computes pictures on the processor. Multisampling is then refused and lighting is per vertex.

@@ -120,6 +120,13 @@ const ModelDefinition* FindModelDefinition(int index) {
     return Models.find(index);
 }
 
+void ForgetLightingDefinitions() {
+    Materials.entries.clear();
+    Lights.entries.clear();
+    Models.entries.clear();
+    LightingDefinitions = NewVersion();
+}
+
 void lmdef(int kind, int index, int count, const float* properties) {
     if (index < 1 || index > MostDefinitions) {
         std::fprintf(stderr, "Graphics: definition number %d is out of range\n", index);
@@ -143,7 +150,7 @@ void lmdef(int kind, int index, int count, const float* properties) {
 }
 
 void lmbind(int target, int index) {
-    if (RecordCommand([=] { lmbind(target, index); }))
+    if (RecordSetting(target, index, [=] { lmbind(target, index); }))
         return;
     DrawingState& state = State();
     LightingState& lighting = state.Lighting;

@@ -22,6 +22,7 @@ layout(location = 4) in vec2 texel;
 layout(location = 5) in vec3 otherEnd;
 layout(location = 6) in vec3 line; // x: 0 at the first end and 1 at the second, y: side, z: length before the segment
 layout(location = 7) in vec3 positionRest;
+layout(location = 8) in vec3 otherEndRest;
 
 uniform mat4 projection;
 uniform mat4 viewing;
@@ -145,7 +146,11 @@ void main() {
 
 #ifdef LINES
 #ifdef RECORDED
+#ifdef PRECISE
+    vec3 otherEye = ToEye(otherEnd, otherEndRest);
+#else
     vec3 otherEye = ToEye(otherEnd, vec3(0.0));
+#endif
 #else
     vec3 otherEye = otherEnd;
 #endif
@@ -176,8 +181,9 @@ void main() {
     gl_Position = line.x < 0.5 ? p : q;
     vec2 offset = sideways * (line.y * across) + along * ((line.x < 0.5 ? -1.0 : 1.0) * beyond);
     gl_Position.xy += offset / lineSize.xy * gl_Position.w;
-    float position = line.x < 0.5 ? line.z - beyond : line.z + extent + beyond;
-    linePosition = vec3(line.y * across, position, 1.0) * gl_Position.w;
+    // The first bit of a style belongs to the pixel of the first end, which reaches half a drawing pixel back.
+    float travelled = (line.x < 0.5 ? line.z - beyond : line.z + extent + beyond) + 0.5 * lineSize.w;
+    linePosition = vec3(line.y * across, travelled, 1.0) * gl_Position.w;
     if (a < 0.0 && b < 0.0)
         gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 #endif

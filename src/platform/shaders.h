@@ -42,7 +42,8 @@ enum Attribute {
     TexelAttribute,
     OtherEndAttribute,
     LineAttribute,
-    PositionRestAttribute
+    PositionRestAttribute,
+    OtherEndRestAttribute
 };
 
 // A linked program and where its uniforms are (-1 when it has no such).

@@ -35,8 +35,8 @@ int CircleSteps(double x, double y, double radius) {
     const double w = 0.5 * ToPixels(box.right - box.left + 1), h = 0.5 * ToPixels(box.top - box.bottom + 1);
     const double pixels =
         std::max(std::hypot((r[0] - c[0]) * w, (r[1] - c[1]) * h), std::hypot((t[0] - c[0]) * w, (t[1] - c[1]) * h));
-    // The chord stays within a tenth of a pixel of the arc.
-    const double steps = Pi / std::acos(std::max(1 - 0.1 / std::max(pixels, 0.2), 0.0));
+    // The chord stays within a twentieth of a pixel of the arc.
+    const double steps = Pi / std::acos(std::max(1 - 0.05 / std::max(pixels, 0.2), 0.0));
     return std::clamp(4 * static_cast<int>(std::ceil(steps / 4)), 12, 720);
 }
 
@@ -139,8 +139,10 @@ void arcf(float x, float y, float radius, int startAngle, int endAngle) {
 }
 
 void clear() {
-    if (RecordCommand([] { clear(); }))
+    if (Recording()) {
+        KeepColoured([] { clear(); });
         return;
+    }
     DrawingState& state = State();
     if (state.Raster.pattern) {
         // A pattern is drawn, not cleared.
@@ -238,8 +240,8 @@ int lrectread(int x1, int y1, int x2, int y2, uint32_t* pixels) {
     const std::vector<uint32_t> screen = ReadPixels(*surface, State().ToFront ? Buffer::Front : Buffer::Back, box);
     for (int y = 0; y < height; y++)
         for (int x = 0; x < width; x++) {
-            const int px = std::clamp(ToPixels(x1 + x + 0.5) - box.x, 0, box.width - 1);
-            const int py = std::clamp(ToPixels(y1 + y + 0.5) - box.y, 0, box.height - 1);
+            const int px = (ToPixels(x1 + x) + ToPixels(x1 + x + 1)) / 2 - box.x;
+            const int py = (ToPixels(y1 + y) + ToPixels(y1 + y + 1)) / 2 - box.y;
             pixels[static_cast<size_t>(y) * width + x] = screen[static_cast<size_t>(py) * box.width + px];
         }
     return width * height;

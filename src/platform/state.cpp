@@ -100,7 +100,7 @@ void getscrmask(int16_t* left, int16_t* right, int16_t* bottom, int16_t* top) {
 }
 
 void zbuffer(bool on) {
-    if (!RecordCommand([=] { zbuffer(on); }))
+    if (!RecordSetting(DepthTestSetting, on, [=] { zbuffer(on); }))
         Set(Raster().depthTest, on);
 }
 
@@ -160,7 +160,7 @@ void shademodel(int model) {
 }
 
 void backface(bool on) {
-    if (!RecordCommand([=] { backface(on); }))
+    if (!RecordSetting(CullingSetting, on, [=] { backface(on); }))
         Set(Raster().cullBack, on);
 }
 
@@ -188,8 +188,13 @@ const std::array<int32_t, 16>* FindPattern(int index) {
     return found == Patterns.end() ? nullptr : &found->second;
 }
 
+void ForgetPatterns() {
+    Patterns.clear();
+    LineStyles.clear();
+}
+
 void setpattern(int index) {
-    if (!RecordCommand([=] { setpattern(index); }))
+    if (!RecordSetting(PatternSetting, index, [=] { setpattern(index); }))
         Set(Raster().pattern, index < 0 || index > 0xFFFF ? 0 : index);
 }
 

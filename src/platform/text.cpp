@@ -82,7 +82,7 @@ void cmov2i(int x, int y) {
 
 void charstr(const char* text) {
     if (Recording()) {
-        KeepCommand([copy = std::string(text)] { charstr(copy.c_str()); });
+        KeepColoured([copy = std::string(text)] { charstr(copy.c_str()); });
         return;
     }
     DrawingState& state = State();

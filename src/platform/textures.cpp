@@ -169,12 +169,13 @@ void DeleteAllTextures() {
     for (auto& [index, name] : Textures)
         glDeleteTextures(1, &name);
     Textures.clear();
+    Environments.clear();
     glDeleteTextures(1, &White);
     White = 0;
 }
 
 void texbind(int target, int index) {
-    if (RecordCommand([=] { texbind(target, index); }) || State().Textures.texture == index)
+    if (RecordSetting(TextureSetting, index, [=] { texbind(target, index); }) || State().Textures.texture == index)
         return;
     State().Textures.texture = index;
     StateChanged = true;
@@ -199,7 +200,8 @@ int FindEnvironment(int index) {
 }
 
 void tevbind(int target, int index) {
-    if (RecordCommand([=] { tevbind(target, index); }) || State().Textures.environment == index)
+    if (RecordSetting(EnvironmentSetting, index, [=] { tevbind(target, index); }) ||
+        State().Textures.environment == index)
         return;
     State().Textures.environment = index;
     StateChanged = true;
