@@ -5,7 +5,8 @@
 namespace gl {
 
 // Sleeps for ticks of 1/100 s; what was drawn is presented first and input goes on being taken in. A sleep of one tick
-// is a courtesy of polling loops and ends early when an event arrives; longer ones last their time.
+// is a courtesy of polling loops: it ends early when an event arrives, and lasts a little longer on an idle desktop.
+// Longer sleeps last their time.
 void sginap(long ticks);
 // Presents what was drawn and waits for the next vertical retrace, 60 a second.
 void gsync();

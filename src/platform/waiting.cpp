@@ -25,6 +25,7 @@ struct WaitingState {
     int FruitlessAsking = 0; // how often, without letting time pass
     int UnaskedPauses = 0;   // pauses without asking although events wait
     long long LastPresented = 0;
+    long long LastActivity = 0;       // when something happened or was presented
     std::set<const Surface*> Swapped; // since the last retrace
     long Rings = 0;
 };
@@ -32,6 +33,8 @@ struct WaitingState {
 WaitingState Waiting;
 
 constexpr int PatienceWithPolling = 100, PatienceWithPauses = 500;
+// A desktop where nothing has happened for so long lets polling loops sleep longer; input still wakes them at once.
+constexpr long long IdleAfter = 1'000'000, IdleNap = 4 * TickMicroseconds;
 // Presenting is costly in software; nobody sees more than the display's retraces.
 constexpr long long PresentInterval = 14'000;
 
@@ -44,6 +47,13 @@ void GiveScriptItsTurn(Pause pause) {
     Waiting.UnaskedPauses = 0;
     // Amid drawing only a drag can be told from work in hand, so only then all commands have their turn.
     PlayNextStep(pause != Pause::Swap || AnyButtonHeld());
+}
+
+// Nothing happens and nothing is held: nobody misses a few ticks.
+bool IsIdle() {
+    if (ClockIsVirtual() || ScriptIsPlaying() || AnyButtonHeld() || !QueueIsEmpty())
+        return false;
+    return ClockMicroseconds() - Waiting.LastActivity > IdleAfter;
 }
 
 } // namespace
@@ -80,7 +90,7 @@ void PresentSoon() {
     }
     ComposeScreen();
     display->Present();
-    Waiting.LastPresented = now;
+    Waiting.LastPresented = Waiting.LastActivity = now;
 }
 
 // Several windows go with one retrace; only a window that is swapped again tells that one passed.
@@ -96,6 +106,8 @@ void NoteSwap() {
 
 void LetTimePass(long long microseconds, Pause pause) {
     Waiting.FruitlessAsking = 0;
+    if (pause == Pause::Courtesy && IsIdle())
+        microseconds = std::max(microseconds, IdleNap);
     if (pause != Pause::Swap)
         Waiting.Swapped.clear();
     PresentSoon();
@@ -113,9 +125,12 @@ void LetTimePass(long long microseconds, Pause pause) {
         display->Wait(ClockIsVirtual() ? left : std::min(left, PresentInterval), pause == Pause::Courtesy);
         TakeInput();
         PresentSoon();
+        if (!QueueIsEmpty())
+            Waiting.LastActivity = ClockMicroseconds();
         courtesyEnds = pause == Pause::Courtesy && !QueueIsEmpty();
     }
-    TakeInput();
+    if (microseconds <= 0)
+        TakeInput();
     GiveScriptItsTurn(pause);
 }
 
