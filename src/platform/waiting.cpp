@@ -122,7 +122,8 @@ void LetTimePass(long long microseconds, Pause pause) {
             continue;
         }
         // A picture that had to wait for its turn goes out during a longer pause.
-        display->Wait(ClockIsVirtual() ? left : std::min(left, PresentInterval), pause == Pause::Courtesy);
+        const bool owing = !ClockIsVirtual() && ScreenIsDamaged();
+        display->Wait(owing ? std::min(left, PresentInterval) : left, pause == Pause::Courtesy);
         TakeInput();
         PresentSoon();
         if (!QueueIsEmpty())
