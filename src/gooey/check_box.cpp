@@ -3,8 +3,6 @@
 #include "gooey/draw.h"
 #include "gooey/window.h"
 
-#include "base/memory.h"
-
 #include "platform/drawing.h"
 
 namespace {
@@ -83,13 +81,13 @@ Gadget* AddCheckBox(int x, int y, int width, int flags, GadgetArg arg, const cha
     const GadgetFont& font = FontFor(check);
     check.BoxSize = font.BoxSize;
     check.TextOffset = check.BoxSize * 4 / 3;
-    int labelWidth = font.Width(label);
+    check.Label = OwnedText(label);
+    int labelWidth = font.Width(check.Label);
     if (width)
         x += (width - check.TextOffset - labelWidth) / 2;
     check.X = x;
     check.Y = y;
     check.Arg = arg;
-    check.Label = CopyOfString(label);
     check.Callback = callback;
     check.Value = value;
     check.Crazy = CurrentWindow->Crazy;

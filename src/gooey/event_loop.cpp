@@ -15,6 +15,7 @@
 
 #include <cctype>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 int LeftShift = 0, RightShift = 0, LeftAlt = 0, RightAlt = 0, LeftCtrl = 0, RightCtrl = 0;
@@ -61,6 +62,10 @@ struct Handling {
 Handling* InnermostHandling = nullptr;
 /// Gids of windows to be shut when they have handled their event.
 std::vector<int> ShutsThatWait;
+/// True while a function of a window reads events itself; and the window that got the input meanwhile, 0 for none, -1
+/// when it stayed. A drag goes on in the window that it began in, whatever opens and closes under the pointer.
+bool InsideHandler = false;
+int InputThatWaits = -1;
 bool ProgramMustEnd = false;
 
 class HandlingScope {
@@ -69,6 +74,10 @@ class HandlingScope {
 
     ~HandlingScope() {
         InnermostHandling = Entry.Outer;
+        InsideHandler = false;
+        if (InputThatWaits >= 0)
+            QueueEvent(gl::INPUTCHANGE, static_cast<short>(InputThatWaits));
+        InputThatWaits = -1;
         if (InnermostHandling)
             return;
         for (int gid : ShutsThatWait)
@@ -103,6 +112,10 @@ void ReadButtonPosition() {
 }
 
 void ChangeInputWindow(int gid) {
+    if (InsideHandler) {
+        InputThatWaits = gid;
+        return;
+    }
     Window* window = gid ? FindWindowById(gid) : nullptr;
     SetWindow(window);
     if (window) {
@@ -257,6 +270,8 @@ int KeepQueueHappy(int& device, short& value) {
 }
 
 int CheckEvents() {
+    // A handler may run the dispatcher itself: the input changes in there, and the handler goes on as before.
+    const bool calledByHandler = std::exchange(InsideHandler, false);
     int result = 0;
     gl::sginap(1);
     int device = 0;
@@ -271,6 +286,7 @@ int CheckEvents() {
         ProgramMustEnd = false;
     else if (result)
         RedrawDirtyWindows();
+    InsideHandler = calledByHandler;
     return result;
 }
 
@@ -286,6 +302,9 @@ void ForgetHandlingWindow(const Window* window) {
     for (Handling* handling = InnermostHandling; handling; handling = handling->Outer)
         if (handling->Target == window)
             handling->Target = nullptr;
+    std::erase(ShutsThatWait, window->Gid);
+    if (InputThatWaits == window->Gid)
+        InputThatWaits = 0;
 }
 
 int ModalLoopMustEnd() {

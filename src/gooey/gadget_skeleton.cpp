@@ -48,6 +48,10 @@ void DrawCentred(const GadgetFont& font, int x, int y, int width, const char* te
     font.Draw(x + (width - font.Width(text)) / 2, y, text, rgb);
 }
 
+char* OwnedText(const char* text) {
+    return CopyOfString(text ? text : "");
+}
+
 void FreeOwnedText(char* text) {
     if (text)
         Free(text);

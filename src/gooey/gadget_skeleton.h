@@ -71,7 +71,8 @@ union GadgetArg {
     }
 };
 
-/// Releases a text that a gadget owns; null does nothing.
+/// A gadget's own copy of a text that is always there: "" for null. Released with FreeOwnedText, which takes null, too.
+char* OwnedText(const char* text);
 void FreeOwnedText(char* text);
 
 /// 1 when the pointer lies in the box (see MouseInBox).

@@ -2,8 +2,6 @@
 
 #include "gooey/redraw.h"
 
-#include "base/memory.h"
-
 namespace {
 
 void DrawLabel(Gadget* gadget) {
@@ -30,13 +28,13 @@ Gadget* AddLabel(int x, int y, const char* text, int bigFont, std::uint32_t colo
     Label& label = GadgetData<Label>(gadget);
     label.X = x;
     label.Y = y;
-    label.Text = CopyOfString(text);
+    label.Text = OwnedText(text);
     label.BigFont = bigFont;
     label.Colour = colour;
     gadget->DrawFn = DrawLabel;
     gadget->FreeFn = FreeLabel;
     gadget->Kind = &LabelKind;
-    GooeyRight = x + FontOf(!bigFont).Width(text) + 8;
+    GooeyRight = x + FontOf(!bigFont).Width(label.Text) + 8;
     return gadget;
 }
 

@@ -192,7 +192,8 @@ int KeyInTextInput(Gadget* gadget, int character) {
         return 0;
     if (character == ReturnCharacter) {
         DeactivateText(gadget);
-        CallBack(gadget, 1);
+        if (WindowOf(gadget))
+            CallBack(gadget, 1);
         return 1;
     }
     if (character == TabCharacter) {

@@ -247,6 +247,29 @@ TEST_F(WindowLifecycle, ADragGoesOnWhenAnotherWindowIsClosedOrDrawn) {
     EXPECT_EQ(LeftShift, 0);
 }
 
+TEST_F(WindowLifecycle, ADragStaysInItsWindowWhenTheInputChanges) {
+    static std::vector<std::string> current;
+    static Window* other;
+    current.clear();
+    Window* window = Open("Drag", 100, 100, 300, 200);
+    other = Open("Other", 450, 300, 200, 100);
+    other->FocusFn = [] { current.push_back("focus"); };
+    window->EventFn = [](int device, short value) {
+        if (device != gl::LEFTMOUSE || !value)
+            return;
+        gl::qenter(gl::INPUTCHANGE, static_cast<short>(other->Gid));
+        while (!ButtonReleased(gl::LEFTMOUSE))
+            current.push_back(CurrentWindow->Title);
+        current.push_back("released");
+    };
+    Play("in Drag\nmove 10 10\npress left\nmove 20 20\nrelease left");
+    ASSERT_GE(current.size(), 3u);
+    EXPECT_EQ(current.front(), "Drag");
+    EXPECT_EQ(current[current.size() - 2], "released");
+    EXPECT_EQ(current.back(), "focus");
+    EXPECT_EQ(CurrentWindow, other);
+}
+
 TEST_F(WindowLifecycle, QuittingEndsADragAndTheProgram) {
     DragEnds = 0;
     Window* window = Open("Drag", 100, 100, 300, 200);
