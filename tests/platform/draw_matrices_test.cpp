@@ -27,11 +27,13 @@ class Matrices : public Drawing {
 
 TEST_F(Matrices, OperationsAreRowVectorMatricesMultipliedFromTheLeft) {
     const double c = std::cos(0.5235987755982988), s = 0.5;
+
     struct Case {
         const char* what;
         void (*call)();
         Numbers expected;
     };
+
     const Case cases[] = {
         {"translate", [] { translate(1, 2, 3); }, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1}},
         {"scale", [] { scale(2, 3, 4); }, {2, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 0, 0, 0, 0, 1}},
