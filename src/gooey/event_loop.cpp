@@ -70,7 +70,10 @@ bool ProgramMustEnd = false;
 
 class HandlingScope {
   public:
-    explicit HandlingScope(const Window* window) : Entry{window, InnermostHandling} { InnermostHandling = &Entry; }
+    explicit HandlingScope(const Window* window) : Entry{window, InnermostHandling} {
+        InnermostHandling = &Entry;
+        InsideHandler = true;
+    }
 
     ~HandlingScope() {
         InnermostHandling = Entry.Outer;
