@@ -28,7 +28,9 @@ constexpr std::size_t LongestMaterialName = 127;
 /// The reading of one file. Every step gives false after it has recorded an error.
 class LegacyReader {
   public:
-    explicit LegacyReader(std::string_view body) : Body(body) {}
+    explicit LegacyReader(FileCursor& file) : File(file), Body({reinterpret_cast<const char*>(file.At), file.Left()}) {}
+
+    ~LegacyReader() { File.At = File.End - Body.BytesLeft(); }
 
     bool Read();
 
@@ -48,6 +50,7 @@ class LegacyReader {
     bool ReadFinite(const char* pattern, float& value);
     bool GivePolygonsTheirMaterials();
 
+    FileCursor& File;
     TextScanner Body;
     std::vector<Vertex*> VertexNumberTable;
     std::vector<Material*> MaterialNumberTable;
@@ -212,12 +215,12 @@ bool LegacyReader::GivePolygonsTheirMaterials() {
 
 } // namespace
 
-void ReadKirvo100(std::string_view body) {
+void ReadKirvo100(FileCursor& file) {
     ResetStorage();
     std::string name = FileName;
     ChopOffKirvo(name.data());
     AddObject(name.c_str(), 1, 0);
-    if (!FileError && LegacyReader(body).Read()) {
+    if (!FileError && LegacyReader(file).Read()) {
         DeleteDuplicateVertices();
         SortObject();
         SelectedLod() = FirstLod();

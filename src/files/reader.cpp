@@ -20,6 +20,7 @@
 int InformationLost;
 int TexturesMissing;
 int FileVersion;
+std::size_t FileReached;
 
 namespace {
 
@@ -52,7 +53,7 @@ void ReadVersioned(FileCursor& file) {
     if (FileError)
         return;
     if (FileVersion == LegacyTextVersion) {
-        ReadKirvo100({reinterpret_cast<const char*>(file.At), file.Left()});
+        ReadKirvo100(file);
         return;
     }
     if (FileVersion < OldestBinaryVersion || FileVersion > CurrentFileVersion) {
@@ -118,14 +119,17 @@ void ReadModel(FileCursor head, WholeFile wholeFile) {
     }
     FileVersion = version;
     FileCursor file = wholeFile();
+    const unsigned char* start = file.At;
     file.At += line.size();
     ReadVersioned(file);
+    FileReached = static_cast<std::size_t>(file.At - start);
 }
 
 /// Runs a read of one file and does what follows it.
 template <class Read>
 int ReadAndFinish(Read read) {
     ClearFileError();
+    FileReached = 0;
     Object* objectBeforeRead = CurrentFile->CurrentObject;
     read();
     if (FileError)

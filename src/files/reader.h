@@ -17,6 +17,10 @@ extern int InformationLost;
 /// Flag: an image file that the last read file names could not be found or loaded.
 extern int TexturesMissing;
 
+/// How far the last read came, in bytes from the beginning of the file: just behind what it read last, be that the end
+/// tag or where it met an error.
+extern std::size_t FileReached;
+
 /// Version of the file that is being read, or was last, in hundredths.
 extern int FileVersion;
 

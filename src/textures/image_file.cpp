@@ -42,8 +42,7 @@ unsigned BytesPerValue(const ImageFile& image) {
 
 // Which byte of a two-byte value is its low one.
 unsigned LowByte(const ImageFile& image) {
-    const bool littleEndian = (std::endian::native == std::endian::little) != (image.Swap != 0);
-    return littleEndian ? 0 : 1;
+    return ImageIsLittleEndian(&image) ? 0 : 1;
 }
 
 // Rows and channels that have data of their own; the others repeat the first.
@@ -333,6 +332,10 @@ void CloseImage(ImageFile* image) {
         if (block)
             Free(block);
     Free(image);
+}
+
+bool ImageIsLittleEndian(const ImageFile* image) {
+    return (std::endian::native == std::endian::little) != (image->Swap != 0);
 }
 
 std::uint8_t* ReadImage(const char* name, int& xSize, int& ySize, int& zSize) {

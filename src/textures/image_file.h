@@ -46,6 +46,9 @@ int ReadImageRow(ImageFile* image, std::uint8_t* destination, int y, int z);
 
 void CloseImage(ImageFile* image);
 
+/// Whether the file has the low byte of a number first.
+bool ImageIsLittleEndian(const ImageFile* image);
+
 /// Reads a whole image as the graphics layer wants a texture: rows from the bottom, each padded to a multiple of 4
 /// bytes, channels in reverse order (alpha, blue, green, red). Null when a row fails or when rows overlap in the file.
 /// The block is released with Free; the sizes are set as soon as the header has been read.

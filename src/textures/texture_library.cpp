@@ -13,6 +13,7 @@
 char TextureDir[MaxFileName];
 char LastTextureDir[MaxFileName];
 char LastTextureName[MaxFileName];
+void (*TextureNotFoundSlot)(const char* path);
 
 Texture* AddTexture(const char* path) {
     if (Texture* texture = TextureExists(path))
@@ -54,5 +55,7 @@ int FindTextureFile(const char* path, char (&found)[MaxFileName]) {
             return CopyFileName(found, candidate.c_str());
         }
     std::fprintf(stderr, "Warning: texture %s not found\n", base.c_str());
+    if (TextureNotFoundSlot)
+        TextureNotFoundSlot(path);
     return 0;
 }

@@ -12,6 +12,9 @@ extern char TextureDir[MaxFileName];
 extern char LastTextureDir[MaxFileName];
 extern char LastTextureName[MaxFileName];
 
+/// Called by FindTextureFile, beside its warning, with the path of an image that was not found. Skipped when null.
+extern void (*TextureNotFoundSlot)(const char* path);
+
 /// The texture with this image file, appended to the list when it is not there yet; null when the file is not an image.
 /// The path becomes the last texture location. The graphics layer learns of the texture in DefineAllTextures.
 Texture* AddTexture(const char* path);

@@ -57,10 +57,16 @@ class LegacyReader : public testing::Test {
         FileName[0] = '\0';
     }
 
+    static void Parse(const std::string& body) {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(body.data());
+        FileCursor file{bytes, bytes + body.size()};
+        ReadKirvo100(file);
+    }
+
     // The number of the error, or -1 when all is well.
     static int Read(const std::string& body) {
         ClearFileError();
-        ReadKirvo100(body);
+        Parse(body);
         CheckIntegrity();
         return FileError ? FileErrorNumber : -1;
     }
@@ -284,7 +290,7 @@ TEST_F(LegacyReader, EveryCutEndsWell) {
 
 TEST_F(LegacyReader, AnErrorBeforeKeepsTheBodyUnread) {
     SetError(UnexpectedEnd);
-    ReadKirvo100(Square);
+    Parse(Square);
     EXPECT_EQ(FirstVertex(), nullptr);
     EXPECT_EQ(FileErrorNumber, UnexpectedEnd);
 }
