@@ -69,12 +69,16 @@ void CheckTextures(const LoadReport& report, const ModelSummary& model, Findings
 void CheckObject(const ObjectSummary& object, Findings& findings) {
     const char* name = object.Name.c_str();
     if (object.Degenerate)
-        findings.Problem(Text("object \"%s\": %zu of %zu polygons have less than three corners or no area, and go when "
-                              "the object is drawn or saved",
-                              name, object.Degenerate, object.Polygons));
+        findings.Problem(
+            Text("object \"%s\": of %zu polygons, %zu without area, lost when the object is drawn or saved", name,
+                 object.Polygons, object.Degenerate));
     if (object.LooseVertices)
         findings.Note(Text("object \"%s\": %zu of %zu vertices belong to no polygon", name, object.LooseVertices,
                            object.Vertices));
+    if (object.Polygons == 0) {
+        findings.Note(Text("object \"%s\" has no polygons", name));
+        return;
+    }
     for (const SubObjectSummary& subObject : object.SubObjects) {
         if (subObject.Polygons == 0)
             findings.Note(Text("object \"%s\": sub-object \"%s\" has no polygons", name, subObject.Name.c_str()));

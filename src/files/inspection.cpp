@@ -198,6 +198,9 @@ LoadReport LoadForInspection(const std::string& path) {
     report.Version = FileVersion;
     report.Reached = FileReached;
     report.InformationLost = InformationLost;
+    // The header line is at fault as a whole.
+    if (!loaded && (FileErrorNumber == NotAKirvoFile || FileErrorNumber == UnsupportedRevision))
+        report.Reached = 0;
     if (!loaded)
         report.Error = FileErrorNumber == FileNotFound && reason ? std::strerror(reason) : Ferr[FileErrorNumber];
     return report;
