@@ -72,9 +72,9 @@ int PrepareRepeat() {
     return 1;
 }
 
-int TrackLeftButtonStep() {
+int TrackButtonStep(int button) {
     gl::sginap(1);
-    switch (ReadUntilRelease(gl::LEFTMOUSE)) {
+    switch (ReadUntilRelease(button)) {
     case Waited::Released:
         return 1;
     case Waited::MustEnd:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/events.h"
+
 // Loops in the midst of handling an event: drags, held buttons, menus. All of them read events through KeepQueueHappy,
 // so redraws, close requests and modifier keys keep working meanwhile, and all end when the program or their window
 // does.
@@ -21,14 +23,17 @@ int PrepareRepeat();
 /// Non-zero while the left button is down.
 int LeftButtonHeld();
 
-/// Follows the left button until it is released: at every clock tick calls step(), the pointer having been read. 1 when
-/// the button was released, 0 when the loop had to end.
+/// Follows a button until it is released: at every clock tick calls step(), the pointer having been read. 1 when the
+/// button was released, the pointer being where that happened; 0 when the loop had to end.
+template <class Step>
+int TrackButton(int button, Step step);
+/// The same for the left button.
 template <class Step>
 int TrackLeftButton(Step step);
 
 /// One step of such a loop: sleeps for a clock tick and reads the waiting events and the pointer. -1: the loop must
 /// end; 0: the button is still down; 1: it has been released.
-int TrackLeftButtonStep();
+int TrackButtonStep(int button);
 
 /// Waits until the left button is released: 1, or 0 when the loop had to end.
 int WaitForLeftRelease();
@@ -69,11 +74,16 @@ void ButtonRepeat(void (*step)(Arg), Arg arg) {
 }
 
 template <class Step>
-int TrackLeftButton(Step step) {
+int TrackButton(int button, Step step) {
     for (;;) {
-        int state = TrackLeftButtonStep();
+        int state = TrackButtonStep(button);
         if (state)
             return state > 0;
         step();
     }
+}
+
+template <class Step>
+int TrackLeftButton(Step step) {
+    return TrackButton(gl::LEFTMOUSE, step);
 }

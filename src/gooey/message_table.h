@@ -1,0 +1,19 @@
+#pragma once
+
+/// The texts of the interface that are told apart by number.
+inline constexpr int MessageCount = 205;
+
+/// Some of the numbers.
+enum MessageNumber {
+    MsgVersion = 0,
+    MsgReleaseDate = 1,
+    MsgContinue = 2,
+    MsgCancel = 5,
+    MsgErrorTitle = 22,
+    MsgNoticeTitle = 23,
+    MsgWarningTitle = 59,
+    MsgReadManual = 75,
+};
+
+/// The text with this number; numbers that have none, and those beyond the table, give "".
+const char* msg(int number);

@@ -1,0 +1,175 @@
+#include "gooey/pull_down.h"
+
+#include "gooey/draw.h"
+#include "gooey/fonts.h"
+#include "gooey/gadget_skeleton.h"
+#include "gooey/menu.h"
+#include "gooey/menu_session.h"
+#include "gooey/misuse.h"
+#include "gooey/modal.h"
+#include "gooey/pointer.h"
+#include "gooey/window.h"
+
+#include "base/memory.h"
+
+#include "platform/drawing.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int FirstTitleX = 12;
+constexpr int TitlePadding = 24;
+/// From the top of the window to the baseline of the labels, and to the top-left corner of an open menu.
+constexpr int LabelBelowTop = 24, MenuBelowTop = 39;
+constexpr int ShadeBar = 8;
+
+void DrawBar(Gadget* gadget) {
+    SetColour(White);
+    DrawBox(0, CurrentWindow->Height - PullDownBarHeight, CurrentWindow->Width, PullDownBarHeight, ShadeBar);
+    gl::cpack(Black);
+    for (MenuTitle* title = GadgetData<PullDownBar>(gadget).Titles; title; title = title->Next) {
+        title->Y = CurrentWindow->Height - PullDownBarHeight;
+        DrawMenuText(title->X + TitlePadding / 2, CurrentWindow->Height - LabelBelowTop, title->Label);
+    }
+}
+
+MenuTitle* TitleUnderPointer(const PullDownBar& bar) {
+    int height = CurrentWindow->Height;
+    if (MouseY <= height - PullDownBarHeight || MouseY >= height)
+        return nullptr;
+    for (MenuTitle* title = bar.Titles; title; title = title->Next)
+        if (title->X <= MouseX && MouseX < title->X + title->Width)
+            return title;
+    return nullptr;
+}
+
+int ClickBar(Gadget* gadget) {
+    const PullDownBar& bar = GadgetData<PullDownBar>(gadget);
+    MenuTitle* open = TitleUnderPointer(bar);
+    if (!open)
+        return 0;
+    int id = -1;
+    {
+        MenuSession session;
+        auto show = [&] { session.Show(open->Items, open->X + 4, CurrentWindow->Height - MenuBelowTop); };
+        auto follow = [&] {
+            MenuTitle* title = TitleUnderPointer(bar);
+            if (title && title != open) {
+                open = title;
+                show();
+            }
+            session.Track();
+        };
+        show();
+        if (TrackLeftButton(follow))
+            follow();
+        else
+            session.Erase();
+        if (session.Chosen())
+            id = session.Chosen()->Id;
+    }
+    if (id >= 0 && bar.Callback)
+        CallOwner(gadget, [&] { bar.Callback(id); });
+    return 1;
+}
+
+void FreeBar(Gadget* gadget) {
+    MenuTitle* next = GadgetData<PullDownBar>(gadget).Titles;
+    while (MenuTitle* title = next) {
+        next = title->Next;
+        FreeMenu(title->Items);
+        FreeOwnedText(title->Label);
+        Free(title);
+    }
+}
+
+void DescribeBar(const Gadget* gadget, GadgetDescription& description) {
+    int bottom = CurrentWindow->Height - PullDownBarHeight;
+    description.Box = {0, bottom, 0, PullDownBarHeight};
+    for (const MenuTitle* title = GadgetData<PullDownBar>(gadget).Titles; title; title = title->Next) {
+        description.Items.push_back({title->Label, {title->X, bottom, title->Width, PullDownBarHeight}});
+        description.Box.Width = title->X + title->Width;
+    }
+}
+
+constexpr GadgetKind PullDownKind = {"menu", DescribeBar, nullptr, nullptr};
+
+MenuTitle* BuildTitle(const MenuEntry* menu, int x) {
+    MenuItem* items = BuildMenu(menu);
+    if (!items || items->Kind != MenuEntryTitle)
+        EndForMisuse("Menu entry has no title\a\n");
+    MenuTitle* title = static_cast<MenuTitle*>(AllocateZeros(sizeof(MenuTitle)));
+    title->Items = items;
+    title->X = x;
+    title->Y = CurrentWindow->Height - PullDownBarHeight;
+    title->Width = items->LabelWidth + TitlePadding;
+    title->Label = CopyOfString(items->Label);
+    return title;
+}
+
+/// What the two ends of a bracket share: the data of its start.
+struct MenuChop {
+    std::int32_t ChopX;
+    /// The window's width while the bar is drawn; 0 at other times.
+    std::int32_t SavedWidth;
+};
+
+/// The bracket that has been begun.
+Gadget* ChopBegun = nullptr;
+
+void DrawChopStart(Gadget* gadget) {
+    MenuChop& chop = GadgetData<MenuChop>(gadget);
+    chop.SavedWidth = CurrentWindow->Width;
+    CurrentWindow->Width = chop.ChopX;
+}
+
+void DrawChopEnd(Gadget* gadget) {
+    MenuChop& chop = *GadgetData<MenuChop*>(gadget);
+    if (!chop.SavedWidth)
+        return;
+    CurrentWindow->Width = std::exchange(chop.SavedWidth, 0);
+    gl::cpack(CurrentWindow->Background ? CurrentWindow->Background : DefaultWindowBackground);
+    gl::rectfi(chop.ChopX, CurrentWindow->Height - PullDownBarHeight, CurrentWindow->Width - 1,
+               CurrentWindow->Height - 1);
+}
+
+} // namespace
+
+Gadget* AddPullDownMenu(const MenuEntry* const* menus, void (*callback)(int id)) {
+    Gadget* gadget = CreateGadget<PullDownBar>();
+    PullDownBar& bar = GadgetData<PullDownBar>(gadget);
+    bar.Callback = callback;
+    gadget->DrawFn = DrawBar;
+    gadget->ClickFn = ClickBar;
+    gadget->FreeFn = FreeBar;
+    gadget->Kind = &PullDownKind;
+    int x = FirstTitleX;
+    MenuTitle** link = &bar.Titles;
+    for (; *menus; ++menus) {
+        *link = BuildTitle(*menus, x);
+        x += (*link)->Width;
+        link = &(*link)->Next;
+    }
+    GooeyRight = x + 24;
+    return gadget;
+}
+
+Gadget* AddMenuChopStart() {
+    ChopBegun = CreateGadget<MenuChop>();
+    GadgetData<MenuChop>(ChopBegun).ChopX = CurrentWindow->Width;
+    ChopBegun->DrawFn = DrawChopStart;
+    return ChopBegun;
+}
+
+Gadget* AddMenuChopEnd() {
+    if (!ChopBegun)
+        EndForMisuse("Menu chop has no start\a\n");
+    MenuChop& chop = GadgetData<MenuChop>(std::exchange(ChopBegun, nullptr));
+    chop.ChopX = GooeyRight;
+    GooeyRight += 16;
+    Gadget* gadget = CreateGadget<MenuChop*>();
+    GadgetData<MenuChop*>(gadget) = &chop;
+    gadget->DrawFn = DrawChopEnd;
+    return gadget;
+}
