@@ -159,7 +159,7 @@ void BodyReader::ReadTexture(bool withFields) {
 }
 
 void SussTextures() {
-    std::unordered_map<std::int32_t, Texture*> textures;
+    std::map<std::int32_t, Texture*> textures;
     for (Texture* texture : Along<&Texture::Next>(FirstTexture()))
         textures[texture->Index] = texture;
     for (Polygon* polygon : EveryPolygon(CurrentObject())) {
@@ -210,7 +210,8 @@ void BodyReader::FinishObject(Object* object) {
     Objects[object->Id] = object;
     std::printf("Object: %s\n", object->Name);
     if (FinishObjects) {
-        SussTextures();
+        if (FirstTexture()) // else no polygon has one
+            SussTextures();
         DeleteDuplicateVertices();
     }
     SortObject();

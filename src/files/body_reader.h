@@ -7,8 +7,8 @@
 #include "store/records.h"
 
 #include <cstdint>
+#include <map>
 #include <string_view>
-#include <unordered_map>
 
 /// Reads the tagged body of a model file into the current file of the store.
 class BodyReader {
@@ -46,6 +46,6 @@ class BodyReader {
     ObjectsById Objects;
 
     // The sub-objects of the object that is being read; of equal ones the one read last counts.
-    std::unordered_map<std::int32_t, SubObject*> SubObjectsByIndex;
-    std::unordered_map<std::string_view, SubObject*> SubObjectsByName;
+    std::map<std::int32_t, SubObject*> SubObjectsByIndex;
+    std::map<std::string_view, SubObject*> SubObjectsByName;
 };

@@ -29,7 +29,7 @@ std::uint32_t Fold(std::uint32_t number, const char* text) {
 std::int32_t ComputeMachineIdentifier() {
     char identity[256] = "";
     if (std::FILE* file = std::fopen("/etc/machine-id", "r")) {
-        if (!std::fgets(identity, sizeof identity, file))
+        if (!std::fgets(identity, sizeof identity, file) || identity[0] == '\n')
             identity[0] = '\0';
         std::fclose(file);
     }

@@ -26,7 +26,6 @@ MaterialNumbers::~MaterialNumbers() {
 
 void MaterialNumbers::ReadSection(FileCursor& file) {
     ++Section;
-    std::fill(ByNumber.begin(), ByNumber.end(), nullptr);
     ReadItems(file, BadMaterials, [&](int tag) {
         if (tag != TagMaterial)
             return false;
@@ -61,7 +60,7 @@ void MaterialNumbers::ReadMaterial(FileCursor& file) {
         return;
     if (static_cast<std::size_t>(number) >= ByNumber.size())
         ByNumber.resize(number + Growth);
-    ByNumber[number] = material;
+    ByNumber[number] = {Section, material};
 }
 
 Material* MaterialNumbers::Use(int number) {
@@ -69,12 +68,13 @@ Material* MaterialNumbers::Use(int number) {
         SetError(BadMaterialIndex);
         return nullptr;
     }
-    Material* material = ByNumber[number];
-    if (material)
-        material->Used = 1;
-    else
+    const Named& named = ByNumber[number];
+    if (named.Section != Section) {
         SetError(BadPolygonMaterial);
-    return material;
+        return nullptr;
+    }
+    named.Record->Used = 1;
+    return named.Record;
 }
 
 Material* MaterialNumbers::UseFirst() {

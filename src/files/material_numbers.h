@@ -35,9 +35,15 @@ class MaterialNumbers {
         Material* Record;
     };
 
+    /// What a number of a section stands for; in any other section for nothing.
+    struct Named {
+        int Section = 0;
+        Material* Record = nullptr;
+    };
+
     void ReadMaterial(FileCursor& file);
 
-    std::vector<Entry> Read;         // in file order
-    std::vector<Material*> ByNumber; // of the current section; polygons can name no number above 65535
+    std::vector<Entry> Read;    // in file order
+    std::vector<Named> ByNumber; // polygons can name no number above 65535
     int Section = 0;
 };

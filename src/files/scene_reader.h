@@ -4,10 +4,11 @@
 #include "store/records.h"
 
 #include <cstdint>
-#include <unordered_map>
+#include <map>
 
-/// The objects of a file that is being read, by Id. Of several with one Id the one read last counts.
-using ObjectsById = std::unordered_map<std::int32_t, Object*>;
+/// The objects of a file that is being read, by Id. Of several with one Id the one read last counts. Not hashed: a file
+/// could choose its numbers so that they all collide.
+using ObjectsById = std::map<std::int32_t, Object*>;
 
 /// Reads what follows a TagBranchList of the top level and hangs it under the scene's root.
 void ReadSceneTree(FileCursor& file, const ObjectsById& objects);

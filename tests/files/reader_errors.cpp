@@ -214,4 +214,26 @@ TEST_F(ReaderErrors, DeepNestingIsReadAndReleased) {
     EXPECT_EQ(ErrorOf(tree), UnexpectedEnd);
 }
 
+// Were any of these looked for one by one, reading would take hours.
+TEST_F(ReaderErrors, LongListsAreReadWithoutSearchingThem) {
+    constexpr int many = 100000;
+    ModelBytes bytes("3.05");
+    for (int i = 0; i < many; ++i)
+        bytes.Byte(10).End();
+    bytes.Byte(40).String("o");
+    for (int i = 0; i < many; ++i)
+        bytes.Byte(41).String(std::to_string(i)).Byte(45).Int(i).End();
+    bytes.Byte(42).String("l");
+    for (int i = 0; i < many; ++i)
+        bytes.Byte(45).Int(many - 1 - i).Byte(41).String(std::to_string(i));
+    bytes.End().End();
+    for (int i = 0; i < many / 10; ++i)
+        bytes.Byte(40).String("p").Byte(44).Int(i).End();
+    bytes.Byte(50).String("b");
+    for (int i = 0; i < many; ++i)
+        bytes.Byte(52).String("").Byte(53).Int(i % (many / 10));
+    ASSERT_TRUE(ReadQuietly(bytes.Byte(51).End())) << Ferr[FileErrorNumber];
+    EXPECT_EQ(ListOf<&Branch::Next>(Scene()->FirstChild).size(), many + 1U);
+}
+
 } // namespace
