@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the seed corpus of fuzz_model: small model files of every version and with every kind of item.
 
-    fuzz/make_model_seeds.py fuzz/seeds/model
+    fuzz/make_model_seeds.py fuzz/seeds/fuzz_model
 """
 import pathlib
 import struct

@@ -11,12 +11,19 @@
 #include "files/file_errors.h"
 #include "files/reader.h"
 #include "platform/system.h"
+#include "platform/text.h"
 #include "shell/command_line.h"
 #include "shell/slots.h"
 #include "store/pools.h"
 #include "store/storage.h"
 
 namespace {
+
+// The installation's own font, so that pictures do not depend on the machine's. A program that was not installed keeps
+// the one of its source tree.
+void UseInstalledFont() {
+    gl::SetFontFile(std::string(KirvoDir) + "/data/fonts/LiberationSans-Regular.ttf");
+}
 
 // The model that the command line or the defaults file names; a new one when there is none. A file that cannot be read
 // leaves a new model and is not told about.
@@ -50,6 +57,7 @@ void RunKirvo(int argumentCount, char* const arguments[]) {
     MemoryTracking(1);
     StartingUp = 1;
     FindDirectories(argumentCount > 0 ? arguments[0] : "Kirvo");
+    UseInstalledFont();
     FillSlots();
     InitialiseStorage();
     CheckArgs(argumentCount, arguments);

@@ -22,7 +22,7 @@ TEST_F(ModelSeeds, AreReadAndBecomeTheSameFileWhateverTheirVersion) {
     const TemporaryDirectory directory;
     const std::string upgraded = directory.Path() / "upgraded.kirvo";
     std::map<std::string, std::string> written;
-    for (const auto& entry : std::filesystem::directory_iterator(KIRVO_SOURCE_DIR "/fuzz/seeds/model")) {
+    for (const auto& entry : std::filesystem::directory_iterator(KIRVO_SOURCE_DIR "/fuzz/seeds/fuzz_model")) {
         SCOPED_TRACE(entry.path().filename());
         ASSERT_TRUE(ReadQuietly(ContentsOf(entry.path()))) << Ferr[FileErrorNumber];
         ASSERT_TRUE(WriteKirvo(upgraded.c_str()));
