@@ -1,5 +1,8 @@
 #include "headless_screen.h"
 
+#include <map>
+#include <random>
+
 using namespace gl;
 
 namespace {
@@ -206,6 +209,50 @@ TEST_F(Focus, SetvaluatorMovesThePointerAndConfinesIt) {
     setvaluator(MOUSEY, 100, 0, 599);
     PointerMoved(700, 20);
     EXPECT_EQ(getvaluator(MOUSEX), 700) << "limits as wide as the screen are none";
+}
+
+// Whatever the user does in whatever order: every press that the program sees is released once, in the same window's
+// time, and in the end the input is where the pointer is.
+TEST_F(Focus, AStormOfInputEndsInOrder) {
+    std::mt19937 random(20);
+    auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    constexpr int Buttons[] = {LEFTMOUSE, MIDDLEMOUSE, RIGHTMOUSE};
+    for (int button : Buttons)
+        qdevice(button);
+    qdevice(WINSHUT);
+    std::vector<int> windows;
+    std::map<int, int> held;
+    for (int step = 0; step < 20'000; step++) {
+        const int what = below(40);
+        if (what < 2 && windows.size() < 12) {
+            windows.push_back(windows.empty() || below(3) > 0
+                                  ? OpenAt("w", below(800), below(600), 20 + below(200), 20 + below(200))
+                                  : OpenSubwindow(windows[random() % windows.size()], below(50), below(50), 40, 40));
+        } else if (what == 2 && !windows.empty()) {
+            winclose(windows[random() % windows.size()]);
+            std::erase_if(windows, [](int window) { return !WindowIsOpen(window); });
+        } else if (what == 3) {
+            InputLost();
+        } else if (what < 16) {
+            ButtonChanged(Buttons[below(3)], below(2) == 1);
+        } else {
+            PointerMoved(below(800), below(600));
+        }
+        for (const QueueEvent& event : Events())
+            if (event.Device >= RIGHTMOUSE && event.Device <= LEFTMOUSE) {
+                ASSERT_EQ(held[event.Device], 1 - event.Value) << "step " << step;
+                held[event.Device] = event.Value;
+            }
+    }
+    for (int button : Buttons)
+        ButtonChanged(button, false);
+    Events();
+    const ScreenWindow* under = InputWindowAt(getvaluator(MOUSEX), getvaluator(MOUSEY));
+    EXPECT_EQ(InputWindow(), under ? under->Id : 0);
+    for (int window : windows) {
+        const WindowRectangle place = WindowPlace(window);
+        EXPECT_TRUE(WindowParent(window) != 0 || place.Y + place.Height <= 600);
+    }
 }
 
 } // namespace
