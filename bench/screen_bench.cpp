@@ -154,7 +154,7 @@ void RunSmallProgram() {
     cpack(0x808080);
     clear();
     swapbuffers();
-    qread(nullptr);
+    qtest();
     sginap(1);
     if (ScreenIsDamaged())
         ComposeScreen();

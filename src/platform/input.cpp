@@ -57,9 +57,8 @@ void LogicalButtonChanged(int button, bool pressed) {
     if (pressed) {
         const ScreenWindow* window = TopWindowAt(Input.X, Input.Y);
         const bool onFrame = window && FramePartAt(window->Place, Input.X, Input.Y) != FramePart::Content;
-        if (FrameIsHeld() || (onFrame && !AnyButtonHeld()))
+        if (FrameIsHeld() || (onFrame && !AnyButtonHeld()) || !Input.Held.insert(button).second)
             return;
-        Input.Held.insert(button);
     } else if (Input.Held.erase(button) == 0) {
         return;
     }
