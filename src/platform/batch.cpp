@@ -444,7 +444,7 @@ PixelBox ReachOfBox(const Matrix4& m, const double* low, const double* high, con
         const double x = corner & 1 ? high[0] : low[0], y = corner & 2 ? high[1] : low[1],
                      z = corner & 4 ? high[2] : low[2];
         const double w = x * m[3] + y * m[7] + z * m[11] + m[15];
-        if (w <= 1e-9) { // reaches behind the eye: may be anywhere in the viewport
+        if (!(w > 1e-9)) { // reaches behind the eye: may be anywhere in the viewport
             left = bottom = -1;
             right = top = 1;
             break;
@@ -455,6 +455,10 @@ PixelBox ReachOfBox(const Matrix4& m, const double* low, const double* high, con
         right = std::max(right, px);
         bottom = std::min(bottom, py);
         top = std::max(top, py);
+    }
+    if (!(left <= right && bottom <= top)) {
+        left = bottom = -1;
+        right = top = 1;
     }
     auto pixel = [](double value, int size) { return (std::clamp(value, -1.0, 1.0) + 1) * 0.5 * size; };
     const int x1 = static_cast<int>(std::floor(pixel(left, viewport.width))) - margin,

@@ -166,7 +166,17 @@ bool AddInPlace(int count) {
     return true;
 }
 
+// Sending in the middle of a primitive (a definition made between its vertices) moves the end of the pending batch.
+void KeepInPlace(int count) {
+    Vertex* place = Pending.vertices.data() + Pending.count;
+    if (First != place)
+        std::move(First, First + count, place);
+    First = place;
+}
+
 void Finish() {
+    if (Begun == Primitive::None)
+        return;
     const int count = static_cast<int>(Next - First);
     if (Recording()) {
         if (Filled(Begun)) {
@@ -190,7 +200,7 @@ void Finish() {
     } else if (First == Corners.data()) {
         FillTriangles(First->position, sizeof(Vertex) / sizeof(float), count);
         AddTriangles(First, count, Triangles.data(), static_cast<int>(Triangles.size()));
-    } else if (!AddInPlace(count)) {
+    } else if (KeepInPlace(count); !AddInPlace(count)) {
         FillTriangles(First->position, sizeof(Vertex) / sizeof(float), count);
         const int first = Pending.count;
         Pending.count += count;

@@ -142,14 +142,18 @@ void mmode(int mode) {
     DrawingState& state = State();
     if (mode < MSINGLE || mode > MTEXTURE || mode == state.MatrixMode)
         return;
-    const bool single = state.MatrixMode == MSINGLE;
-    state.MatrixMode = mode;
-    if (single || mode == MSINGLE) {
+    const bool pixelExact = state.PixelExact;
+    if (state.MatrixMode == MSINGLE) {
+        state.Projection = state.Viewing.back();
         state.Viewing.assign(1, Identity4);
-        state.Projection = Identity4;
-        ProjectionChanged(false);
+    } else if (mode == MSINGLE)
+        state.Viewing.assign(1, Product(state.Viewing.back(), state.Projection));
+    if (state.MatrixMode == MSINGLE || mode == MSINGLE) {
+        state.MatrixMode = mode;
+        ProjectionChanged(pixelExact);
         Source.viewingChanged = true;
     }
+    state.MatrixMode = mode;
 }
 
 int getmmode() {

@@ -5,8 +5,9 @@
 
 namespace gl {
 
-// Which matrix the calls below address. MSINGLE, the mode of a new window, has one matrix for everything; in the others
-// vertices go through the viewing matrix, then the projection.
+// Which matrix the calls below address. MSINGLE, the mode of a new window, has one matrix for everything, at first that
+// of pixel coordinates; in the others vertices go through the viewing matrix, then the projection. Leaving MSINGLE
+// makes its matrix the projection and the viewing matrix the identity, entering it multiplies the two: nothing moves.
 enum MatrixMode { MSINGLE = 0, MPROJECTION = 1, MVIEWING = 2, MTEXTURE = 3 };
 
 void mmode(int mode);

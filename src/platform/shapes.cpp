@@ -35,6 +35,8 @@ int CircleSteps(double x, double y, double radius) {
     const double w = 0.5 * ToPixels(box.right - box.left + 1), h = 0.5 * ToPixels(box.top - box.bottom + 1);
     const double pixels =
         std::max(std::hypot((r[0] - c[0]) * w, (r[1] - c[1]) * h), std::hypot((t[0] - c[0]) * w, (t[1] - c[1]) * h));
+    if (!(pixels > 0 && pixels < 1e9))
+        return 96;
     // The chord stays within a twentieth of a pixel of the arc.
     const double steps = Pi / std::acos(std::max(1 - 0.05 / std::max(pixels, 0.2), 0.0));
     return std::clamp(4 * static_cast<int>(std::ceil(steps / 4)), 12, 720);

@@ -77,6 +77,11 @@ Surface::Surface(int width, int height, bool doubleBuffered)
     State->Raster.viewport =
         State->Raster.mask = {0, static_cast<int16_t>(Width - 1), 0, static_cast<int16_t>(Height - 1)};
     State->WantsTwoBuffers = doubleBuffered;
+    // Pixel coordinates: ortho2 over the whole surface.
+    State->Viewing[0] = {2.0 / Width,      0, 0, 0, 0, 2.0 / Height, 0, 0, 0, 0, -1, 0, 1.0 / Width - 1,
+                         1.0 / Height - 1, 0, 1};
+    State->PixelExact = true;
+    State->ProjectionVersion = NewVersion();
 }
 
 Surface::Surface(Kind kind, int width, int height) : Surface(width, height, false) {

@@ -257,7 +257,7 @@ TEST_F(Lighting, RedefiningLeavesWhatIsDrawnAlready) {
     lmbind(MATERIAL, 1);
     n3d(n);
     auto corner = [&] {
-        Quad(-1, -1, 1, 1);
+        Quad(0, 0, 10, 10);
         return ReadPixels(other, Buffer::Front, {5, 5, 1, 1})[0];
     };
     EXPECT_TRUE(Near(corner(), Expected(Glow, 0.5, {Dim}, n, eye), 1));

@@ -105,8 +105,7 @@ TEST_F(Matrices, ASingleMatrixServesForEverything) {
     Surface fresh(40, 40, false);
     MakeSurfaceCurrent(&fresh);
     EXPECT_EQ(getmmode(), MSINGLE);
-    ortho2(-0.5, 39.5, -0.5, 39.5);
-    pushmatrix();
+    pushmatrix(); // pixel coordinates from the beginning
     translate(10, 10, 0);
     cpack(White);
     Quad(-0.5, -0.5, 4.5, 4.5);
@@ -117,6 +116,10 @@ TEST_F(Matrices, ASingleMatrixServesForEverything) {
     EXPECT_EQ(pixels[0], Red);
     EXPECT_EQ(pixels[10 * 40 + 10], White);
     EXPECT_EQ(std::count(pixels.begin(), pixels.end(), White), 25);
+    mmode(MVIEWING);
+    EXPECT_EQ(Current(), Identity4);
+    Quad(20 - 0.5, -0.5, 20.5, 0.5);
+    EXPECT_EQ(ReadPixels(fresh, Buffer::Front, {20, 0, 1, 1})[0], Red) << "still pixel coordinates";
     MakeSurfaceCurrent(Window.get());
 }
 

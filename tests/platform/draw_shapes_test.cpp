@@ -269,7 +269,48 @@ TEST_F(Shapes, TooFewVerticesDrawNothing) {
     bgnclosedline();
     endclosedline();
     v2i(p[0]);
+    endpolygon(); // never begun
     EXPECT_EQ(Drawn(), 0);
+}
+
+TEST_F(Shapes, DefinitionsBetweenVerticesDoNoHarm) {
+    cpack(White);
+    Quad(40, 0, 50, 10);
+    const double corners[3][2] = {{0, 0}, {20, 0}, {0, 20}};
+    const float red[] = {DIFFUSE, 1, 0, 0, LMNULL};
+    bgnpolygon();
+    for (int i = 0; i < 3; i++) {
+        v2d(corners[i]);
+        lmdef(DEFMATERIAL, 5 + i, 0, red);
+    }
+    endpolygon();
+    EXPECT_EQ(Pixel(45, 5), White);
+    EXPECT_EQ(Wrong({{0, 0}, {20, 0}, {0, 20}}), 100) << "the square beside it";
+}
+
+TEST_F(Shapes, NumbersThatAreNoneDrawSomethingOrNothing) {
+    const double nan = std::nan(""), huge = 1e300;
+    cpack(White);
+    for (double bad : {nan, huge, -huge, HUGE_VAL}) {
+        const double corners[6][2] = {{0, 0}, {20, 0}, {bad, 20}, {10, bad}, {5, 30}, {bad, bad}};
+        bgnpolygon();
+        for (const double* p : corners)
+            v2d(p);
+        endpolygon();
+        bgnclosedline();
+        for (const double* p : corners)
+            v2d(p);
+        endclosedline();
+        circf(static_cast<float>(bad), 10, 5);
+        circ(10, 10, static_cast<float>(bad));
+        rectf(0, 0, static_cast<float>(bad), 10);
+        cmov2(bad, 10);
+        charstr("x");
+    }
+    FlushDrawing();
+    ClearTo(0);
+    rectfi(3, 3, 5, 5);
+    EXPECT_EQ(Drawn(), 9) << "what follows is drawn as always";
 }
 
 // A model 40 kilometres from the origin with details of a millimetre looks as it does at the origin.
