@@ -87,7 +87,8 @@ void ReadView(FileCursor& file) {
     });
     if (FileError)
         return;
-    if (view.Direction >= DefaultView2DCount) {
+    // In the 3D view it tells the plane of the grid, 255 for one that was aligned by hand.
+    if (!view.Perspective && view.Direction >= DefaultView2DCount) {
         SetError(BadView);
         return;
     }

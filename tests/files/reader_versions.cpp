@@ -335,6 +335,13 @@ TEST_F(Versions, ViewsGoWhereTheirIdentifiersSay) {
     EXPECT_FALSE(DefaultScene2D[1].Valid);
 }
 
+TEST_F(Versions, AThreeDViewKeepsAGridThatWasAlignedByHand) {
+    ModelBytes bytes("3.05");
+    bytes.Byte(40).String("o").Byte(70).Int(61).Byte(71).Byte(1).Byte(72).Byte(255).End().End();
+    ASSERT_TRUE(ReadQuietly(bytes.End()));
+    EXPECT_EQ(DefaultObject3D().Direction, 255);
+}
+
 TEST_F(Versions, AnObjectAlwaysHasAGroupAndALevel) {
     ASSERT_TRUE(ReadQuietly(ModelBytes("3.05").Byte(40).String("bare").End().End()));
     EXPECT_STREQ(CurrentObject()->FirstSubObject->Name, "SubObject1");
