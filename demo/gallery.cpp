@@ -91,7 +91,11 @@ void AddButtonSection() {
         [] { Say("The small font: " + std::string(axes[Axis])); }, &Axis, nullptr);
     AddButtons(
         LeftColumn, -160, 90, ButtonsOfGivenWidth | ButtonsSmallFont | ButtonsAutoRepeat, 1, repeats,
-        [] { Say("Repeats while held: " + std::to_string(++repeated)); }, nullptr, nullptr);
+        [] {
+            Say("Repeats while held: " + std::to_string(++repeated));
+            RedrawCurrentWindow();
+        },
+        nullptr, nullptr);
     const int stackStep[] = {38};
     AddButtons(
         LeftColumn + 264, -160, 92, ButtonsOfTextWidth | ButtonsStacked | ButtonsSmallFont, 2, choices,

@@ -54,19 +54,16 @@ void DrawFaceByOwner(const Button& button, const GadgetBox& box, std::uint32_t t
     button.Group->Callback();
 }
 
-void DrawButtonAs(const Button& button, bool pressed) {
+void DrawButton(Gadget* member) {
+    const Button& button = GadgetData<Button>(member);
     GadgetBox box = BoxOf(button);
-    DrawButtonFace(box, button.On ? Red : button.Colour, pressed);
-    std::uint32_t textColour = ButtonTextColour(button.On, pressed);
+    DrawButtonFace(box, button.On ? Red : button.Colour, button.Pressed);
+    std::uint32_t textColour = ButtonTextColour(button.On, button.Pressed);
     if (HasDrawnFace(button))
         DrawFaceByOwner(button, box, textColour);
     else if (button.Label)
         FontFor(button.Flags)
             .Draw(box.X + button.TextX - button.X, box.Y + button.TextY - button.Y, button.Label, textColour);
-}
-
-void DrawButton(Gadget* member) {
-    DrawButtonAs(GadgetData<Button>(member), false);
 }
 
 void DrawGroup(Gadget* head) {
@@ -89,20 +86,22 @@ int CallGroup(Gadget* head, int index) {
 
 void TrackButton(Gadget* head, Gadget* member) {
     const ButtonGroup& group = GadgetData<ButtonGroup>(head);
-    const Button& button = GadgetData<Button>(member);
+    Button& button = GadgetData<Button>(member);
     bool repeats = group.Flags & ButtonsAutoRepeat;
     RepeatClock clock(FirstRepeat, NextRepeats);
     int remains = 1;
     int released = TrackPress(
         BoxOf(button),
         [&](bool pressed) {
+            button.Pressed = pressed;
             if (remains)
-                DrawButtonAs(button, pressed);
+                DrawButton(member);
         },
         [&] {
             if (repeats && remains && clock.Due())
                 remains = CallGroup(head, button.Index);
         });
+    button.Pressed = 0;
     if (!released || !remains)
         return;
     if (group.Selected)

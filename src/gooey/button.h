@@ -49,6 +49,8 @@ struct Button {
     /// Owned; null: the group's callback draws the face.
     char* Label;
     ButtonGroup* Group;
+    /// Held down with the pointer on it: drawn pressed in, whoever draws.
+    std::int32_t Pressed;
 };
 
 /// Adds a group of `count` buttons and returns its head. `callback` may be null, as may `selected`. `geometry` holds x,

@@ -19,14 +19,11 @@ GadgetBox BoxOf(const IncDec& incDec) {
     return {AnchoredX(incDec.X), y, incDec.Width, incDec.Height};
 }
 
-GadgetBox DecrementBox(const IncDec& incDec) {
+/// The button that steps by -1 or 1.
+GadgetBox StepBox(const IncDec& incDec, int delta) {
     GadgetBox box = BoxOf(incDec);
-    return {box.X, box.Y, IncDecButtonWidth, box.Height};
-}
-
-GadgetBox IncrementBox(const IncDec& incDec) {
-    GadgetBox box = BoxOf(incDec);
-    return {box.X + box.Width - IncDecButtonWidth, box.Y, IncDecButtonWidth, box.Height};
+    int x = delta < 0 ? box.X : box.X + box.Width - IncDecButtonWidth;
+    return {x, box.Y, IncDecButtonWidth, box.Height};
 }
 
 GadgetBox ValueBox(const IncDec& incDec) {
@@ -39,9 +36,11 @@ std::string TextOf(const IncDec& incDec) {
 }
 
 /// The sign is drawn rather than written, so that both are of one weight and centred in the button.
-void DrawStepButton(const GadgetBox& box, std::uint32_t colour, int delta, bool pressed) {
+void DrawStepButton(const IncDec& incDec, int delta) {
     constexpr int armLength = 10, thickness = 2;
-    DrawButtonFace(box, colour, pressed);
+    GadgetBox box = StepBox(incDec, delta);
+    bool pressed = incDec.Held == delta;
+    DrawButtonFace(box, incDec.Colour, pressed);
     SetColour(ButtonTextColour(false, pressed));
     int middleX = box.X + box.Width / 2, middleY = box.Y + box.Height / 2;
     DrawBox(middleX - armLength / 2, middleY - thickness / 2, armLength, thickness, ShadeFull);
@@ -63,7 +62,7 @@ void DescribeIncDec(const Gadget* gadget, GadgetDescription& description) {
     const IncDec& incDec = GadgetData<IncDec>(gadget);
     description.Box = BoxOf(incDec);
     description.Text = TextOf(incDec);
-    description.Items = {{"-", DecrementBox(incDec)}, {"+", IncrementBox(incDec)}};
+    description.Items = {{"-", StepBox(incDec, -1)}, {"+", StepBox(incDec, 1)}};
 }
 
 int WheelIncDec(Gadget* gadget, int, int turnY) {
@@ -85,7 +84,7 @@ Gadget* AddIncDec(int x, int y, int width, GadgetArg arg, const char* (*format)(
     if (width < NarrowestIncDec)
         EndForMisuse("Error in AddIncDec - Width too small\n");
     Gadget* gadget = CreateGadget<IncDec>();
-    GadgetData<IncDec>(gadget) = {x, y, width, IncDecHeight, arg, changed, format, value, GadgetColour()};
+    GadgetData<IncDec>(gadget) = {x, y, width, IncDecHeight, arg, changed, format, value, GadgetColour(), 0};
     gadget->DrawFn = DrawIncDec;
     gadget->ClickFn = CheckIncDecClick;
     gadget->Kind = &IncDecKind;
@@ -95,8 +94,8 @@ Gadget* AddIncDec(int x, int y, int width, GadgetArg arg, const char* (*format)(
 
 void DrawIncDec(Gadget* gadget) {
     const IncDec& incDec = GadgetData<IncDec>(gadget);
-    DrawStepButton(DecrementBox(incDec), incDec.Colour, -1, false);
-    DrawStepButton(IncrementBox(incDec), incDec.Colour, 1, false);
+    for (int delta : {-1, 1})
+        DrawStepButton(incDec, delta);
     DrawIncDecBox(incDec);
 }
 
@@ -116,27 +115,27 @@ void RedrawIncDecValue(Gadget* gadget) {
     DrawInFront(gadget, [&incDec] { DrawIncDecBox(incDec); });
 }
 
-void TrackIncDec(Gadget* gadget, const GadgetBox& button, int delta) {
-    const IncDec& incDec = GadgetData<IncDec>(gadget);
-    auto show = [&](bool pressed) {
-        DrawInFront(gadget, [&] { DrawStepButton(button, incDec.Colour, delta, pressed); });
+void TrackIncDec(Gadget* gadget, int delta) {
+    IncDec& incDec = GadgetData<IncDec>(gadget);
+    auto show = [&](int held) {
+        incDec.Held = held;
+        DrawInFront(gadget, [&] { DrawStepButton(incDec, delta); });
     };
     RepeatClock clock(FirstRepeat, NextRepeats);
     int remains = 1;
-    show(true);
+    show(delta);
     RepeatWhileHeld([&] {
         if (remains && clock.Due())
             remains = Step(gadget, delta);
     });
-    if (remains)
-        show(false);
+    show(0);
 }
 
 int CheckIncDecClick(Gadget* gadget) {
-    const IncDec& incDec = GadgetData<IncDec>(gadget);
-    if (GadgetBox box = DecrementBox(incDec); MouseInGadgetBox(box))
-        TrackIncDec(gadget, box, -1);
-    else if (GadgetBox box = IncrementBox(incDec); MouseInGadgetBox(box))
-        TrackIncDec(gadget, box, 1);
+    for (int delta : {-1, 1})
+        if (MouseInGadgetBox(StepBox(GadgetData<IncDec>(gadget), delta))) {
+            TrackIncDec(gadget, delta);
+            break;
+        }
     return 0;
 }

@@ -13,6 +13,8 @@ struct IncDec {
     const char* (*Format)(GadgetArg arg);
     int* Value;
     std::uint32_t Colour;
+    /// The step of the button that is held down, -1 or 1; 0: none is.
+    std::int32_t Held;
 };
 
 /// Adds a value between a "-" and a "+" button. A step changes `value` by delta, -1 or 1, then calls changed(arg,
@@ -26,6 +28,6 @@ Gadget* AddIncDec(int x, int y, int width, GadgetArg arg, const char* (*format)(
 void DrawIncDec(Gadget* gadget);
 void DrawIncDecBox(const IncDec& incDec);
 void RedrawIncDecValue(Gadget* gadget);
-/// Steps by delta while the left button is held down on the button in this box.
-void TrackIncDec(Gadget* gadget, const GadgetBox& button, int delta);
+/// Steps by delta while the left button is held down.
+void TrackIncDec(Gadget* gadget, int delta);
 int CheckIncDecClick(Gadget* gadget);
