@@ -133,6 +133,8 @@ void DescribeButton(const Gadget* member, GadgetDescription& description) {
     description.On = button.Group->Selected && *button.Group->Selected == button.Index;
 }
 
+/// The head of a group is no button; its members tell of themselves.
+constexpr GadgetKind GroupKind = {"button", nullptr, nullptr, nullptr};
 constexpr GadgetKind ButtonKind = {"button", DescribeButton, nullptr, nullptr};
 
 /// Where the buttons of a group go: the first one's place and the step from one to the next.
@@ -203,6 +205,7 @@ Gadget* AddButtons(int x, int y, int width, int flags, int count, const char* co
     group = {flags, count, selected, callback, 0, INT_MIN};
     head->DrawFn = DrawGroup;
     head->ClickFn = ClickGroup;
+    head->Kind = &GroupKind;
     int firstX = ofGivenBoxes ? geometry[0] : row.X;
     if (firstX < 0) {
         group.RightAnchor = firstX;

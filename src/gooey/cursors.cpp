@@ -2,6 +2,8 @@
 
 #include "gooey/window.h"
 
+#include "base/debug.h"
+
 #include "platform/capabilities.h"
 #include "platform/cursors.h"
 
@@ -113,6 +115,26 @@ constexpr const char* BusyPicture[32] = {
     "                                ", //
 };
 
+/// The smaller one of developer builds.
+constexpr const char* SmallBusyPicture[16] = {
+    "                ", //
+    "     XXXXXX     ", //
+    "    X      X    ", //
+    "   X        X   ", //
+    "  X          X  ", //
+    " X            X ", //
+    " X            X ", //
+    " X  XXXXXXXX  X ", //
+    " X  XXXXXXXX  X ", //
+    " X            X ", //
+    " X            X ", //
+    "  X          X  ", //
+    "   X        X   ", //
+    "    X      X    ", //
+    "     XXXXXX     ", //
+    "                ", //
+};
+
 } // namespace
 
 void DefineCursor16(const char* const* picture, int index, int hotX, int hotY, int withMask) {
@@ -132,7 +154,10 @@ void MakeMask32(std::uint16_t planes[128], const char* const* picture) {
 }
 
 void DefineBusyCursor() {
-    DefineCursor32(BusyPicture, BusyCursor, 16, 16, 1);
+    if (DeveloperBuild)
+        DefineCursor16(SmallBusyPicture, BusyCursor, 8, 8, 1);
+    else
+        DefineCursor32(BusyPicture, BusyCursor, 16, 16, 1);
 }
 
 void SetCursor(int index) {
@@ -145,11 +170,13 @@ void SetCursor(int index) {
 void Busy() {
     if (!CurrentWindow)
         return;
-    CurrentWindow->SavedCursor = CurrentWindow->Cursor;
+    if (CurrentWindow->Cursor != BusyCursor)
+        CurrentWindow->SavedCursor = CurrentWindow->Cursor;
     SetCursor(BusyCursor);
 }
 
 void Unbusy() {
-    if (CurrentWindow)
+    // What was busy may have been so inside a window that is disabled on its own account.
+    if (CurrentWindow && CurrentWindow->Disabled <= 0)
         SetCursor(CurrentWindow->SavedCursor);
 }

@@ -22,6 +22,6 @@ void DefineBusyCursor();
 /// Shows a cursor in the current window, which remembers it.
 void SetCursor(int index);
 
-/// Shows the busy cursor in the current window; Unbusy goes back to the one before.
+/// Shows the busy cursor in the current window; Unbusy goes back to the one before, unless the window is disabled.
 void Busy();
 void Unbusy();

@@ -54,8 +54,7 @@ void DrawPlain(Gadget* gadget) {
 }
 
 int ClickPlain(Gadget* gadget) {
-    auto click = GadgetData<PlainFunctions>(gadget).Click;
-    return click ? click() : 0;
+    return GadgetData<PlainFunctions>(gadget).Click();
 }
 
 } // namespace
@@ -85,7 +84,7 @@ Gadget* Kirvo_AddGadget(void (*draw)(), int (*click)()) {
     Gadget* gadget = CreateGadget<PlainFunctions>();
     GadgetData<PlainFunctions>(gadget) = {draw, click};
     gadget->DrawFn = DrawPlain;
-    gadget->ClickFn = ClickPlain;
+    gadget->ClickFn = click ? ClickPlain : nullptr;
     return gadget;
 }
 

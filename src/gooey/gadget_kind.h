@@ -34,7 +34,8 @@ struct GadgetDescription {
 struct GadgetKind {
     /// One of "button", "check", "text", "incdec", "slider", "label", "scroll", "menu", "custom".
     const char* Name;
-    /// Describes a gadget of the current window as it would be drawn now. Null: the gadget is left out of reports.
+    /// Describes a gadget of the current window as it would be drawn now. Null: the gadget is left out of reports. (A
+    /// gadget without a kind is reported as "custom" when it takes clicks or keys.)
     void (*Describe)(const Gadget* gadget, GadgetDescription& description);
     /// The wheel turned over the window, in 120ths of a notch, right and away from the user being positive; the pointer
     /// is in MouseX, MouseY. Non-zero when the gadget consumed it. Null: never.

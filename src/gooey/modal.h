@@ -10,10 +10,10 @@
 /// when the queue has run dry.
 int ButtonReleased(int button);
 
-/// Calls step(arg), or step(), at every retrace while the left button is down, the pointer having been read; once at
-/// least, so that no click is too quick.
+/// Calls step(arg) at every retrace while the left button is down, the pointer having been read.
 template <class Arg>
 void ButtonRepeat(void (*step)(Arg), Arg arg);
+/// The same, but calls step() once at least, so that no click on a gadget is too quick.
 template <class Step>
 void RepeatWhileHeld(Step step);
 
@@ -70,7 +70,8 @@ void RepeatWhileHeld(Step step) {
 
 template <class Arg>
 void ButtonRepeat(void (*step)(Arg), Arg arg) {
-    RepeatWhileHeld([&] { step(arg); });
+    if (LeftButtonHeld())
+        RepeatWhileHeld([&] { step(arg); });
 }
 
 template <class Step>

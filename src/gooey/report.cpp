@@ -49,6 +49,19 @@ Json ReportOf(Window* window) {
     return report;
 }
 
+/// Of gadgets that tell nothing of themselves but can be clicked or typed at: somewhere in their window.
+constexpr GadgetKind CustomKind = {"custom",
+                                   [](const Gadget*, GadgetDescription& description) {
+                                       description.Box = {0, 0, CurrentWindow->Width, CurrentWindow->Height};
+                                   },
+                                   nullptr, nullptr};
+
+const GadgetKind* KindOf(const Gadget* gadget) {
+    if (gadget->Kind)
+        return gadget->Kind->Describe ? gadget->Kind : nullptr;
+    return gadget->ClickFn || gadget->KeyFn ? &CustomKind : nullptr;
+}
+
 } // namespace
 
 std::vector<GadgetView> GadgetsOf(Window* window) {
@@ -57,10 +70,11 @@ std::vector<GadgetView> GadgetsOf(Window* window) {
     std::vector<GadgetView> views;
     for (Gadget* head = window->Gadgets; head; head = head->NextGadget)
         for (Gadget* member = head; member && member->Visible; member = member->Next) {
-            if (!member->Kind || !member->Kind->Describe)
+            const GadgetKind* kind = KindOf(member);
+            if (!kind)
                 continue;
-            GadgetView view = {member, member->Kind, {}};
-            member->Kind->Describe(member, view.Description);
+            GadgetView view = {member, kind, {}};
+            kind->Describe(member, view.Description);
             views.push_back(std::move(view));
         }
     return views;

@@ -52,6 +52,8 @@ class GadgetScript : public ToolkitTest {
         AddIncDec(10, 180, 100, nullptr, nullptr, nullptr, &Steps);
         AddText(10, 230, "Hello", 1);
         AddText(200, 230, "Hidden", 1)->Visible = 0;
+        Kirvo_AddGadget([] {}, nullptr);
+        Kirvo_AddGadget(nullptr, [] { return 0; });
         AddToReport = nullptr;
     }
 
@@ -94,8 +96,9 @@ TEST_F(GadgetScript, ReportsListWindowsAndTheirGadgets) {
         {7, R"({"kind": "slider", "label": "R", "x": 440, "y": 80, "width": 20, "height": 116, "text": "30"})"},
         {8, R"({"kind": "incdec", "x": 10, "y": 180, "width": 100, "height": 26, "text": "0"})"},
         {9, R"({"kind": "label", "label": "Hello"})"},
+        {10, R"({"kind": "custom", "x": 0, "y": 0, "width": 500, "height": 300})"},
     };
-    ASSERT_EQ(form["gadgets"].size(), 10u);
+    ASSERT_EQ(form["gadgets"].size(), 11u);
     for (const Case& test : cases) {
         const nlohmann::json expected = nlohmann::json::parse(test.Expected);
         for (const auto& [name, value] : expected.items())

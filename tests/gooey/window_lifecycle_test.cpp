@@ -165,6 +165,21 @@ TEST_F(WindowLifecycle, DisablingNestsReachesChildrenAndShowsTheBusyCursor) {
     EXPECT_EQ(Events.size(), 1u);
 }
 
+TEST_F(WindowLifecycle, BeingBusyNests) {
+    Window* window = Open("Busy", 100, 100, 300, 200);
+    SetCursor(5);
+    Busy();
+    EXPECT_EQ(window->Cursor, BusyCursor);
+    Unbusy();
+    EXPECT_EQ(window->Cursor, 5);
+    DisableWindow(window);
+    Busy();
+    Unbusy();
+    EXPECT_EQ(window->Cursor, BusyCursor);
+    EnableWindow(window);
+    EXPECT_EQ(window->Cursor, 5);
+}
+
 TEST_F(WindowLifecycle, AnExemptWindowStaysLiveWhenItsParentIsDisabled) {
     Window* parent = Open("Parent", 100, 100, 300, 200);
     Window* view = Open("View", 0, 0, 100, 100, WindowInParent, parent);
