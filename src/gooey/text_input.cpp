@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <string>
 #include <vector>
 
 int TextReturnReal = 0;
@@ -49,11 +50,14 @@ int PixelsBefore(const TextInput& input, int character) {
 
 /// The first character boundary right of a window x.
 int BoundaryRightOf(const TextInput& input, int x) {
-    int length = CharactersIn(input.Buffer);
-    for (int boundary = 0; boundary < length; ++boundary)
-        if (BoxX(input) - input.Scroll + PixelsBefore(input, boundary) >= x)
-            return boundary;
-    return length;
+    const char* at = input.Buffer;
+    int boundary = 0;
+    for (int boundaryX = BoxX(input) - input.Scroll; boundaryX < x && *at; ++boundary) {
+        const char* character = at;
+        NextCodePoint(at);
+        boundaryX += FontFor(input).Width(std::string(character, at).c_str());
+    }
+    return boundary;
 }
 
 void ScrollToCursor(TextInput& input) {
