@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <string_view>
 #include <vector>
@@ -75,10 +76,18 @@ class DesktopDisplay : public Display {
     int WarpX = 0, WarpY = 0;
     double WheelRestX = 0, WheelRestY = 0;
     bool Grabbed = false;
-    // The shape that is shown, and SDL's objects for those that were shown.
+    // SDL's objects for the shapes that were shown, by pixels and hot spot; the one that is shown.
     std::map<std::vector<std::uint32_t>, SDL_Cursor*> Cursors;
     SDL_Cursor* Shown = nullptr;
 };
+
+// How the environment names a display; "" when it does not.
+std::string NamedDisplay() {
+    for (const char* variable : {"WAYLAND_DISPLAY", "DISPLAY", "SDL_VIDEODRIVER"})
+        if (const char* value = std::getenv(variable); value && *value)
+            return std::string(variable) + "=" + value;
+    return "";
+}
 
 DesktopDisplay::~DesktopDisplay() {
     for (const auto& [pixels, cursor] : Cursors)
@@ -105,6 +114,12 @@ double DesktopDisplay::ChosenScale() const {
 
 bool DesktopDisplay::Open(double scale, std::string& error) {
     constexpr const char* HowToGoOn = "; with KIRVO_DISPLAY=headless it runs without one";
+    const std::string named = NamedDisplay();
+    if (named.empty()) {
+        // Asking SDL would only add complaints of its own.
+        error = std::string("a display is missing: neither DISPLAY nor WAYLAND_DISPLAY names one") + HowToGoOn;
+        return false;
+    }
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
@@ -116,7 +131,7 @@ bool DesktopDisplay::Open(double scale, std::string& error) {
     }
     const char* driver = SDL_GetCurrentVideoDriver();
     if (!driver || std::string_view(driver) == "offscreen" || std::string_view(driver) == "dummy") {
-        error = std::string("a display is missing: neither DISPLAY nor WAYLAND_DISPLAY names one") + HowToGoOn;
+        error = "a display is missing: " + named + " cannot be opened" + HowToGoOn;
         return false;
     }
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
@@ -311,7 +326,10 @@ void DesktopDisplay::ShowPointer(const PointerShape* shape) {
         Shown = nullptr;
         return;
     }
-    SDL_Cursor*& cursor = Cursors[shape->Pixels];
+    std::vector<std::uint32_t> key = shape->Pixels;
+    key.push_back(static_cast<std::uint32_t>(shape->HotX));
+    key.push_back(static_cast<std::uint32_t>(shape->HotY));
+    SDL_Cursor*& cursor = Cursors[key];
     if (!cursor) {
         const int factor = std::max(1, static_cast<int>(std::lround(DrawingScale() / Ratio)));
         PointerShape large = Enlarged(*shape, factor);

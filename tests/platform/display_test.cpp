@@ -61,15 +61,21 @@ TEST(DisplayChoice, IsReadFromTheEnvironment) {
 
 TEST(DisplayChoice, WithoutADisplayTheProgramSaysHowToGoOn) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            EndDisplay();
-            unsetenv("DISPLAY");
-            unsetenv("WAYLAND_DISPLAY");
-            setenv("KIRVO_DISPLAY", "window", 1);
-            winopen("w");
-        },
-        testing::ExitedWithCode(1), "display is missing.*KIRVO_DISPLAY=headless");
+    auto openWithout = [](const char* display) {
+        EndDisplay();
+        for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"})
+            unsetenv(variable);
+        if (display)
+            setenv("DISPLAY", display, 1);
+        setenv("KIRVO_DISPLAY", "window", 1);
+        winopen("w");
+    };
+    // One line: nothing before it, nothing after it.
+    EXPECT_EXIT(openWithout(nullptr), testing::ExitedWithCode(1),
+                "^Kirvo: a display is missing: neither DISPLAY nor WAYLAND_DISPLAY names one; with "
+                "KIRVO_DISPLAY=headless it runs without one\n$");
+    EXPECT_EXIT(openWithout(":4711"), testing::ExitedWithCode(1),
+                "a display is missing.*DISPLAY=:4711 cannot be opened.*KIRVO_DISPLAY=headless");
 }
 
 TEST(Tablet, PositionsCountFromTheLowerLeftInOneMeasure) {
