@@ -132,7 +132,8 @@ void ChangeInputWindow(int gid) {
 
 int EndProgram() {
     FreeEventQueue();
-    ProgramMustEnd = true;
+    // The loop inside the handler is told now, the dispatcher when the handler has returned.
+    ProgramMustEnd = InnermostHandling != nullptr;
     return -1;
 }
 
@@ -215,8 +216,10 @@ void Dispatch(int device, short value) {
     case GOOEY_DIRTY:
         return;
     case GOOEY_SPECIAL:
-        if (SpecialEvent)
+        if (SpecialEvent) {
+            HandlingScope handling(nullptr);
             SpecialEvent(value);
+        }
         return;
     default:
         break;
@@ -285,10 +288,10 @@ int CheckEvents() {
             break;
         Dispatch(device, value);
     }
-    if (result == -1)
-        ProgramMustEnd = false;
-    else if (result)
+    if (result == 1)
         RedrawDirtyWindows();
+    if (!calledByHandler)
+        ProgramMustEnd = false;
     InsideHandler = calledByHandler;
     return result;
 }

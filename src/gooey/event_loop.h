@@ -49,8 +49,8 @@ extern int LeftShift, RightShift, LeftAlt, RightAlt, LeftCtrl, RightCtrl;
 
 /// Reads one event and does what every loop must: redraws, closes windows, follows the input window, the pointer and
 /// the modifier keys, and turns keys into characters. 0: nothing to read; 1: `device` and `value` are set; -1: the
-/// program must end, and every further call says so until CheckEvents has passed it on. Each loop that waits for
-/// something in the midst of handling an event reads its events here.
+/// program must end; inside a handler of events every further call says so, and the dispatcher when the handler has
+/// returned. Each loop that waits for something in the midst of handling an event reads its events here.
 int KeepQueueHappy(int& device, short& value);
 
 /// Handles all waiting events and redraws the windows that became dirty. 0: there was nothing to do; 1: there was; -1:
