@@ -7,8 +7,10 @@
 
 #include <epoxy/gl.h>
 
+#include "platform/batch_key.h"
 #include "platform/definitions.h"
 #include "platform/driver_state.h"
+#include "platform/uniforms.h"
 #include "platform/vertices.h"
 
 namespace gl {
@@ -18,43 +20,14 @@ BatchArrays Pending;
 
 namespace {
 
-// Everything that one drawing call has in common; primitives are gathered as long as it stays the same.
-struct BatchKey {
-    Surface* target = nullptr;
-    unsigned framebuffer = 0;
-    bool shown = false, overlay = false, pixelExact = false;
-    Shape shape = Shape::Triangles;
-    int originX = 0, originY = 0; // of the window in its target, drawing pixels
-    PixelBox window;              // the part of the target that it covers
-    RasterState raster;
-    uint32_t projectionVersion = 0, textureMatrixVersion = 0, lightingVersion = 0, lightingDefinitions = 0,
-             clipVersion = 0, cueVersion = 0;
-    int texture = 0, environment = 0;
-
-    bool operator==(const BatchKey&) const = default;
-};
-
-// The contents behind the versions of the key, copied when the batch begins.
-struct BatchContents {
-    Matrix4 projection, textureMatrix;
-    int model = 0;
-    std::array<BoundLight, LightSources> lights;
-    std::array<std::array<double, 4>, ClipPlanes> clip;
-    DepthCueRange cue;
-};
-
 BatchKey Key;
 BatchContents Contents;
 bool Open = false; // Key and Contents describe what is pending or comes next
-int Slots[MaterialSlots];
-int SlotCount = 0;
+MaterialPalette Palette;
 unsigned Image = 0;
 unsigned Arrays = 0, VertexBuffer = 0, IndexBuffer = 0, LineArrays = 0, LineBuffer = 0, LineIndexBuffer = 0;
 int LineIndexCount = 0;
 long Sent = 0;
-
-// The version of the projection of shapes that have none.
-constexpr uint32_t UnitProjection = 0xFFFFFFFF;
 
 bool HasSurface() {
     const Surface* surface = CurrentSurface();
@@ -127,170 +100,8 @@ void CopyContents() {
                 state.Cue};
 }
 
-PixelBox BoxInTarget(const BatchKey& key, const ScreenBox& box) {
-    const int left = ToPixels(key.originX + box.left), bottom = ToPixels(key.originY + box.bottom);
-    return {left, bottom, ToPixels(key.originX + box.right + 1) - left, ToPixels(key.originY + box.top + 1) - bottom};
-}
-
 PixelBox MaskInTarget(const BatchKey& key) {
     return IntersectionOf(BoxInTarget(key, key.raster.mask), key.window);
-}
-
-ShaderVariant VariantFor(const BatchKey& key, bool lit) {
-    ShaderVariant variant;
-    const RasterState& raster = key.raster;
-    if (lit) {
-        variant.lit = true;
-        for (const BoundLight& light : Contents.lights)
-            if (FindLightDefinition(light.definition)) {
-                variant.lights++;
-                variant.localLights |= light.position[3] != 0;
-            }
-        const ModelDefinition* model = FindModelDefinition(Contents.model);
-        variant.twoSided = key.shape == Shape::Triangles && model && model->twoSided != 0 && !raster.cullBack;
-        variant.manyMaterials = SlotCount > 1;
-    }
-    variant.environment = static_cast<uint8_t>(key.shape == Shape::Picture ? 1 : key.environment);
-    variant.text = key.shape == Shape::Glyphs;
-    variant.index = key.overlay;
-    variant.flat = raster.flat;
-    variant.pattern = FindPattern(raster.pattern) != nullptr;
-    variant.alphaTest = raster.alphaFunction != AF_ALWAYS;
-    variant.lines = key.shape == Shape::WideSegments;
-    variant.dashed = variant.lines && FindLineStyle(raster.lineStyle) != 0xFFFF;
-    variant.smooth = variant.lines && raster.lineSmoothing != SML_OFF && !key.overlay;
-    variant.depthCue = raster.depthCue;
-    variant.clipPlanes = raster.clipPlanes;
-    return variant;
-}
-
-void UploadMatrix(int location, const Matrix4& matrix) {
-    float values[16];
-    for (int i = 0; i < 16; i++)
-        values[i] = static_cast<float>(matrix[i]);
-    glUniformMatrix4fv(location, 1, false, values);
-}
-
-void UploadMaterials(Program& program, const ShaderVariant& variant) {
-    const ModelDefinition* model = FindModelDefinition(Contents.model);
-    Rgb ambient = model ? model->ambient : Rgb{0, 0, 0};
-    for (const BoundLight& light : Contents.lights)
-        if (const LightDefinition* definition = FindLightDefinition(light.definition))
-            for (int i = 0; i < 3; i++)
-                ambient[i] += definition->ambient[i];
-    float values[12 * MaterialSlots];
-    const int count = variant.manyMaterials ? SlotCount : 1;
-    for (int i = 0; i < count; i++) {
-        const MaterialDefinition* material = FindMaterialDefinition(i < SlotCount ? Slots[i] : 0);
-        const MaterialDefinition absent;
-        const MaterialDefinition& m = material ? *material : absent;
-        float* v = values + 12 * i;
-        for (int c = 0; c < 3; c++) {
-            v[c] = m.emission[c] + ambient[c] * m.ambient[c];
-            v[4 + c] = m.diffuse[c];
-            v[8 + c] = m.specular[c];
-        }
-        v[3] = m.alpha;
-        v[7] = m.shininess;
-        v[11] = 0;
-    }
-    glUniform4fv(program.materials, 3 * count, values);
-}
-
-void UploadLights(Program& program) {
-    float direction[4 * LightSources], half[3 * LightSources], colour[3 * LightSources];
-    int count = 0;
-    for (const BoundLight& light : Contents.lights) {
-        const LightDefinition* definition = FindLightDefinition(light.definition);
-        if (!definition)
-            continue;
-        float p[4];
-        std::copy(light.position.begin(), light.position.end(), p);
-        const float length = std::sqrt(p[0] * p[0] + p[1] * p[1] + p[2] * p[2]);
-        if (p[3] == 0 && length > 0)
-            for (int i = 0; i < 3; i++)
-                p[i] /= length;
-        else if (p[3] != 0) {
-            for (int i = 0; i < 3; i++)
-                p[i] /= p[3];
-            p[3] = 1;
-        }
-        const float h[3] = {p[0], p[1], p[2] + 1};
-        const float halfLength = std::sqrt(h[0] * h[0] + h[1] * h[1] + h[2] * h[2]);
-        for (int i = 0; i < 3; i++) {
-            direction[4 * count + i] = p[i];
-            half[3 * count + i] = halfLength > 0 ? h[i] / halfLength : 0;
-            colour[3 * count + i] = definition->colour[i];
-        }
-        direction[4 * count + 3] = p[3];
-        count++;
-    }
-    if (count) {
-        glUniform4fv(program.lightDirection, count, direction);
-        glUniform3fv(program.lightHalf, count, half);
-        glUniform3fv(program.lightColour, count, colour);
-    }
-}
-
-void UploadUniforms(Program& program, const ShaderVariant& variant, const BatchKey& key) {
-    const RasterState& raster = key.raster;
-    const float scale = static_cast<float>(DrawingScale());
-    if (program.projectionVersion != key.projectionVersion || !program.used) {
-        UploadMatrix(program.projection, Contents.projection);
-        program.projectionVersion = key.projectionVersion;
-    }
-    if (variant.lit) {
-        UploadMaterials(program, variant);
-        if (program.lightingVersion != key.lightingVersion || program.lightingDefinitions != key.lightingDefinitions ||
-            !program.used) {
-            UploadLights(program);
-            program.lightingVersion = key.lightingVersion;
-            program.lightingDefinitions = key.lightingDefinitions;
-        }
-    }
-    if (variant.environment && (program.textureMatrixVersion != key.textureMatrixVersion || !program.used)) {
-        UploadMatrix(program.textureMatrix, Contents.textureMatrix);
-        program.textureMatrixVersion = key.textureMatrixVersion;
-    }
-    if (!program.used) {
-        glUniform1i(program.texture, 0);
-        glUniform1f(program.pixelScale, scale);
-        program.used = true;
-    }
-    if (variant.pattern) {
-        glUniform1iv(program.pattern, 16, FindPattern(raster.pattern)->data());
-        glUniform2f(program.patternOrigin, static_cast<float>(ToPixels(key.originX)),
-                    static_cast<float>(ToPixels(key.originY)));
-    }
-    if (variant.alphaTest)
-        glUniform2f(program.alphaTest, raster.alphaReference, raster.alphaFunction);
-    if (variant.lines) {
-        const PixelBox box = BoxInTarget(key, raster.viewport);
-        const float width = std::max(raster.lineWidth * scale, 1.0f);
-        glUniform4f(program.lineSize, 0.5f * static_cast<float>(box.width), 0.5f * static_cast<float>(box.height),
-                    0.5f * width, scale);
-        glUniform1i(program.lineStyle, FindLineStyle(raster.lineStyle));
-    }
-    if (variant.depthCue) {
-        const float range = static_cast<float>(Contents.cue.farDepth - Contents.cue.nearDepth) / FarthestDepth;
-        glUniform4f(program.cue, static_cast<float>(Contents.cue.nearDepth) / FarthestDepth,
-                    range != 0 ? 1 / range : 0.0f, 0, 0);
-        float colours[6];
-        std::copy(Contents.cue.nearColour.begin(), Contents.cue.nearColour.end(), colours);
-        std::copy(Contents.cue.farColour.begin(), Contents.cue.farColour.end(), colours + 3);
-        glUniform3fv(program.cueColours, 2, colours);
-    }
-    if (variant.clipPlanes) {
-        float planes[4 * ClipPlanes];
-        int count = 0;
-        for (int i = 0; i < ClipPlanes; i++)
-            if (raster.clipPlanes & (1 << i)) {
-                for (int k = 0; k < 4; k++)
-                    planes[4 * count + k] = static_cast<float>(Contents.clip[i][k]);
-                count++;
-            }
-        glUniform4fv(program.clip, count, planes);
-    }
 }
 
 // State of the driver for a batch; true when anything can be drawn.
@@ -389,10 +200,10 @@ void SendPending() {
         return;
     Sent++;
     if (PrepareDriver(Key)) {
-        const ShaderVariant variant = VariantFor(Key, Pending.lit && SlotCount > 0);
+        const ShaderVariant variant = VariantFor(Key, Contents, Pending.lit ? Palette.count : 0);
         Program& program = ProgramFor(variant);
         BindProgram(program.name);
-        UploadUniforms(program, variant, Key);
+        UploadUniforms(program, variant, Key, Contents, Palette);
         if (Key.shape == Shape::WideSegments)
             SendSegments();
         else
@@ -408,7 +219,7 @@ void SendPending() {
     Pending.indices.clear();
     Pending.lineVertices.clear();
     Pending.lit = false;
-    SlotCount = 0;
+    Palette.count = 0;
 }
 
 } // namespace
@@ -436,36 +247,6 @@ void DescribeLineVertices() {
     glEnableVertexAttribArray(LineAttribute);
     glVertexAttribPointer(LineAttribute, 3, GL_FLOAT, false, stride,
                           reinterpret_cast<const void*>(offsetof(LineVertex, line)));
-}
-
-PixelBox ReachOfBox(const Matrix4& m, const double* low, const double* high, const PixelBox& viewport, int margin) {
-    double left = 1e300, right = -1e300, bottom = 1e300, top = -1e300;
-    for (int corner = 0; corner < 8; corner++) {
-        const double x = corner & 1 ? high[0] : low[0], y = corner & 2 ? high[1] : low[1],
-                     z = corner & 4 ? high[2] : low[2];
-        const double w = x * m[3] + y * m[7] + z * m[11] + m[15];
-        if (!(w > 1e-9)) { // reaches behind the eye: may be anywhere in the viewport
-            left = bottom = -1;
-            right = top = 1;
-            break;
-        }
-        const double px = (x * m[0] + y * m[4] + z * m[8] + m[12]) / w,
-                     py = (x * m[1] + y * m[5] + z * m[9] + m[13]) / w;
-        left = std::min(left, px);
-        right = std::max(right, px);
-        bottom = std::min(bottom, py);
-        top = std::max(top, py);
-    }
-    if (!(left <= right && bottom <= top)) {
-        left = bottom = -1;
-        right = top = 1;
-    }
-    auto pixel = [](double value, int size) { return (std::clamp(value, -1.0, 1.0) + 1) * 0.5 * size; };
-    const int x1 = static_cast<int>(std::floor(pixel(left, viewport.width))) - margin,
-              x2 = static_cast<int>(std::ceil(pixel(right, viewport.width))) + margin,
-              y1 = static_cast<int>(std::floor(pixel(bottom, viewport.height))) - margin,
-              y2 = static_cast<int>(std::ceil(pixel(top, viewport.height))) + margin;
-    return {viewport.x + x1, viewport.y + y1, x2 - x1, y2 - y1};
 }
 
 void BeginShape(Shape shape) {
@@ -503,16 +284,16 @@ int MaterialSlot() {
     const LightingState& lighting = State().Lighting;
     if (!FindMaterialDefinition(lighting.material) || !FindModelDefinition(lighting.model) || Key.overlay)
         return -1;
-    for (int i = SlotCount - 1; i >= 0; i--)
-        if (Slots[i] == lighting.material)
+    for (int i = Palette.count - 1; i >= 0; i--)
+        if (Palette.materials[i] == lighting.material)
             return i;
-    if (SlotCount == MaterialSlots)
+    if (Palette.count == MaterialSlots)
         SendPending();
     // One material needs a simpler program: a large batch of one is not worth spoiling.
-    else if (SlotCount == 1 && Pending.count > PieceVertices / 4)
+    else if (Palette.count == 1 && Pending.count > PieceVertices / 4)
         SendPending();
-    Slots[SlotCount] = lighting.material;
-    return SlotCount++;
+    Palette.materials[Palette.count] = lighting.material;
+    return Palette.count++;
 }
 
 void SetImage(unsigned texture) {
@@ -578,9 +359,9 @@ void DrawStaticRun(const StaticRun& run) {
         return;
     const DrawingState& state = State();
     const Matrix4& viewing = EffectiveViewing();
-    SlotCount = 0;
+    Palette.count = 0;
     const bool lit = run.lit && MaterialSlot() >= 0;
-    ShaderVariant variant = VariantFor(Key, lit);
+    ShaderVariant variant = VariantFor(Key, Contents, lit ? 1 : 0);
     variant.recorded = true;
     variant.precise = run.precise;
     const TextureState::Generation* generation = state.Textures.generation.data();
@@ -588,7 +369,7 @@ void DrawStaticRun(const StaticRun& run) {
         variant.generation = static_cast<uint8_t>(generation[0].mode);
     Program& program = ProgramFor(variant);
     BindProgram(program.name);
-    UploadUniforms(program, variant, Key);
+    UploadUniforms(program, variant, Key, Contents, Palette);
 
     // Positions are relative to a point near them, or near the eye, so that small numbers meet small numbers.
     std::array<double, 3> reference = run.origin;
@@ -627,7 +408,7 @@ void DrawStaticRun(const StaticRun& run) {
     }
     BindArrays(run.arrays);
     glDrawElements(run.mode, run.indexCount, GL_UNSIGNED_INT, reinterpret_cast<const void*>(run.firstIndex));
-    SlotCount = 0;
+    Palette.count = 0;
     Open = true;
     StateChanged = true;
     if (Key.shown) {
@@ -687,7 +468,7 @@ void ForgetSurface(Surface* surface) {
     Pending.count = 0;
     Pending.indices.clear();
     Pending.lineVertices.clear();
-    SlotCount = 0;
+    Palette.count = 0;
     Open = false;
     StateChanged = true;
 }

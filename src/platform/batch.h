@@ -68,10 +68,6 @@ bool DrawingToOverlay();
 // Clears within viewport and mask: colour (four components) unless null, depth (0 to 1) unless negative.
 void ClearTarget(const float* colour, double depth);
 
-// The box of pixels that a box of eye coordinates reaches through a projection, grown by a margin.
-PixelBox ReachOfBox(const Matrix4& projection, const double* low, const double* high, const PixelBox& viewport,
-                    int margin);
-
 // Tells the driver what the array buffer that is bound holds.
 void DescribeVertices(int stride);
 void DescribeLineVertices();
