@@ -74,8 +74,11 @@ TEST(DisplayChoice, WithoutADisplayTheProgramSaysHowToGoOn) {
     EXPECT_EXIT(openWithout(nullptr), testing::ExitedWithCode(1),
                 "^Kirvo: a display is missing: neither DISPLAY nor WAYLAND_DISPLAY names one; with "
                 "KIRVO_DISPLAY=headless it runs without one\n$");
+    // The desktop's message bus library leaks a little when no display can be opened; the child inherits this.
+    setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
     EXPECT_EXIT(openWithout(":4711"), testing::ExitedWithCode(1),
                 "a display is missing.*DISPLAY=:4711 cannot be opened.*KIRVO_DISPLAY=headless");
+    unsetenv("ASAN_OPTIONS");
 }
 
 TEST(Tablet, PositionsCountFromTheLowerLeftInOneMeasure) {
