@@ -6,7 +6,7 @@
 #include "gooey/gadget_skeleton.h"
 #include "gooey/label.h"
 #include "gooey/message_table.h"
-#include "gooey/pictures.h"
+#include "gooey/program_pictures.h"
 #include "gooey/program_windows.h"
 #include "gooey/window.h"
 #include "gooey/window_stack.h"

@@ -91,6 +91,8 @@ class PageReader {
     /// The word being read, which goes on across tags.
     std::string Word;
     std::string Link;
+    /// No blank has been read since the last word.
+    bool Glued = false;
     int ListDepth = 0;
     bool InTitle = false;
 
@@ -107,8 +109,9 @@ class PageReader {
         if (InTitle)
             Page.Title += (Page.Title.empty() ? "" : " ") + Word;
         else
-            Block.Words.push_back({Word, Link});
+            Block.Words.push_back({Word, Link, Glued});
         Word.clear();
+        Glued = true;
     }
 
     void EndBlock() {
@@ -117,14 +120,16 @@ class PageReader {
             Page.Blocks.push_back(Block);
         Block = {};
         Block.Indent = ListDepth;
+        Glued = false;
     }
 
     void ReadText() {
         char c = Rest[0];
         Rest.remove_prefix(1);
-        if (Blanks.find(c) != std::string_view::npos)
+        if (Blanks.find(c) != std::string_view::npos) {
             EndWord();
-        else if (c == '&' && Rest.substr(0, 10).find(';') != std::string_view::npos)
+            Glued = false;
+        } else if (c == '&' && Rest.substr(0, 10).find(';') != std::string_view::npos)
             Word += DecodeEntity(TakeUpTo(";"));
         else
             Word += c;
@@ -161,9 +166,10 @@ class PageReader {
         } else if (name == "img") {
             EndWord();
             if (std::string text = AttributeOf(tag, "alt"); !text.empty())
-                Block.Words.push_back({"[" + text + "]", Link});
+                Block.Words.push_back({"[" + text + "]", Link, false});
         } else if (name == "td" || name == "th") {
             EndWord();
+            Glued = false;
         } else if (IsBlock(name)) {
             EndBlock();
             StartBlock(name, closes);
@@ -183,7 +189,7 @@ class PageReader {
         Block.Indent = ListDepth;
         Block.Heading = !closes && name.size() == 2 && name[0] == 'h' && name[1] != 'r';
         if (name == "li" && !closes)
-            Block.Words.push_back({"\xE2\x80\xA2", ""});
+            Block.Words.push_back({"\xE2\x80\xA2", "", false});
     }
 };
 

@@ -9,6 +9,8 @@
 struct ManualWord {
     std::string Text;
     std::string Link;
+    /// Follows the word before without a blank.
+    bool Glued = false;
 };
 
 /// A paragraph, heading, or item of a list.

@@ -14,6 +14,7 @@
 
 #include "base/directories.h"
 
+#include "platform/capabilities.h"
 #include "platform/events.h"
 #include "platform/windows.h"
 
@@ -25,6 +26,8 @@
 namespace {
 
 constexpr int ManualWidth = 560, ManualHeight = 640;
+/// Of the screen that is left free around the window.
+constexpr int FrameAllowance = 60;
 constexpr int LeastWidth = 240, LeastHeight = 160;
 constexpr int Margin = 16, Indent = 24, ScrollStep = 20;
 constexpr std::uint32_t LinkColour = 0xF0C090, HeadingColour = White, TextColour = 0xE0E0E0;
@@ -61,7 +64,9 @@ void LayOutBlock(const ManualBlock& block, int width, int& down) {
     down += lineHeight + (block.Heading ? 10 : 0);
     for (const ManualWord& word : block.Words) {
         int wordWidth = font.Width(word.Text.c_str());
-        if (x > left && x + wordWidth > width - Margin) {
+        if (word.Glued && x > left)
+            x -= blank;
+        else if (x > left && x + wordWidth > width - Margin) {
             x = left;
             down += lineHeight;
         }
@@ -152,16 +157,18 @@ void ManualEvent(int device, short value) {
 }
 
 void OpenView() {
-    int x = (hres + 1 - ManualWidth) / 2, y = (vres + 1 - ManualHeight) / 2;
-    gl::prefposition(std::max(x, 0), std::max(x, 0) + ManualWidth - 1, std::max(y, 0),
-                     std::max(y, 0) + ManualHeight - 1);
+    int screenWidth = gl::getgdesc(gl::GD_XPMAX) + 1, screenHeight = gl::getgdesc(gl::GD_YPMAX) + 1;
+    int width = std::min(ManualWidth, screenWidth - FrameAllowance);
+    int height = std::min(ManualHeight, screenHeight - FrameAllowance);
+    int x = (screenWidth - width) / 2, y = (screenHeight - height) / 2;
+    gl::prefposition(x, x + width - 1, y, y + height - 1);
     View.Target = OpenWindow(
         "Manual", WindowDoubleBuffered, 0, nullptr, nullptr, ManualEvent, [] { View = {}; }, 0, MainWindow);
     gl::minsize(LeastWidth, LeastHeight);
     gl::winconstraints();
     AddBackdrop();
-    View.Scroll = AddScrollWindow(0, 0, ManualWidth, ManualHeight, ScrollVertical, 0, 0, 0, ScrollStep, ConfigureManual,
-                                  DrawManual);
+    View.Scroll =
+        AddScrollWindow(0, 0, width, height, ScrollVertical, 0, 0, 0, ScrollStep, ConfigureManual, DrawManual);
 }
 
 } // namespace

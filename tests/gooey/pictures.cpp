@@ -22,12 +22,9 @@ void Write(const gl::Picture& picture, const std::filesystem::path& path) {
     ASSERT_TRUE(gl::WritePng(picture, path.string(), reason)) << path << ": " << reason;
 }
 
-} // namespace
-
-void ExpectPicture(const Window* window, const std::string& name) {
+void ExpectToBe(const std::string& name, const gl::Picture& shown) {
     const std::filesystem::path reference =
         std::filesystem::path(KIRVO_SOURCE_DIR) / "tests/gooey/references" / (name + ".png");
-    gl::Picture shown = gl::WindowPicture(window->Gid);
     if (std::getenv("KIRVO_ACCEPT_REFERENCES")) {
         Write(shown, reference);
         return;
@@ -47,4 +44,14 @@ void ExpectPicture(const Window* window, const std::string& name) {
     Write(shown, folder / (name + ".png"));
     ADD_FAILURE() << name << ": " << differing << " pixels of " << shown.width << " x " << shown.height
                   << " differ from the reference; pictures in " << folder;
+}
+
+} // namespace
+
+void ExpectPicture(const Window* window, const std::string& name) {
+    ExpectToBe(name, gl::WindowPicture(window->Gid));
+}
+
+void ExpectScreenPicture(const std::string& name) {
+    ExpectToBe(name, gl::ScreenPicture(false));
 }

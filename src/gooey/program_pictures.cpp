@@ -1,4 +1,4 @@
-#include "gooey/pictures.h"
+#include "gooey/program_pictures.h"
 
 #include "gooey/compressed_image.h"
 #include "gooey/picture_data.h"
