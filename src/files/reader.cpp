@@ -40,8 +40,10 @@ int VersionOf(std::string_view line) {
         return -1;
     line.remove_prefix(prefix.size());
     line.remove_prefix(std::min(line.find_first_not_of(" \t\n\v\f\r"), line.size()));
-    float version;
-    if (std::from_chars(line.data(), line.data() + line.size(), version).ec != std::errc())
+    if (line.starts_with('+'))
+        line.remove_prefix(1);
+    float version = 0; // and stays so when the number is out of range
+    if (std::from_chars(line.data(), line.data() + line.size(), version).ec == std::errc::invalid_argument)
         return -1;
     const float hundredths = version * 100.0F;
     constexpr float newerThanAny = 1e6F;

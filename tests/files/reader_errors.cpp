@@ -47,6 +47,7 @@ TEST_F(ReaderErrors, EachTroubleHasItsNumber) {
         {"version below", ModelBytes("1.99").End(), UnsupportedRevision},
         {"negative version", ModelBytes("-3.05").End(), UnsupportedRevision},
         {"version out of range", ModelBytes("1e30").End(), UnsupportedRevision},
+        {"version beyond all numbers", ModelBytes("1e99").End(), UnsupportedRevision},
         {"version is no number", ModelBytes("nan").End(), UnsupportedRevision},
         {"header only", ModelBytes().Raw("Compatibility: 3.05\n"), UnexpectedEnd},
         {"no end tag", ModelBytes("3.05"), UnexpectedEnd},

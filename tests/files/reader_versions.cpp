@@ -90,6 +90,17 @@ TEST_F(Versions, EachIsReadWithItsOwnWidthsAndAxes) {
     }
 }
 
+TEST_F(Versions, TheHeaderLineIsTakenAsLooselyAsItEverWas) {
+    for (const char* line : {"Compatibility: 3.05\n", "Compatibility:3.05\n", "Compatibility: \t +3.059 and more\n"}) {
+        SCOPED_TRACE(line);
+        EXPECT_TRUE(ReadQuietly(ModelBytes().Raw(line).Byte(1).End()));
+        EXPECT_EQ(FileVersion, 305);
+    }
+    const std::string longest = "Compatibility: 2.00" + std::string(180, ' '); // 199 bytes are the whole line
+    EXPECT_TRUE(ReadQuietly(ModelBytes().Raw(longest).Byte(1).End()));
+    EXPECT_EQ(FileVersion, 200);
+}
+
 TEST_F(Versions, OldMatricesAreTurnedOnBothSides) {
     ModelBytes bytes("3.00");
     bytes.Byte(70).Int(768).Byte(73).Floats({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16});
