@@ -1,6 +1,7 @@
 #include "store/accessors.h"
 
 #include "base/memory.h"
+#include "base/slots.h"
 #include "store/clean_up.h"
 #include "store/normals.h"
 #include "store/objects.h"
@@ -41,10 +42,8 @@ Object*& CurrentObject() {
     if (!CurrentFile->FirstObject) {
         AddObject(nullptr, 1, 0);
         if (!Mergeing) {
-            if (TheFirstObjectSlots.MakeDefaultMaterials)
-                TheFirstObjectSlots.MakeDefaultMaterials();
-            if (TheFirstObjectSlots.LoadDefaultTextures)
-                TheFirstObjectSlots.LoadDefaultTextures();
+            CallSlot(TheFirstObjectSlots.MakeDefaultMaterials);
+            CallSlot(TheFirstObjectSlots.LoadDefaultTextures);
             WorkSaved = 1;
         }
     }

@@ -1,5 +1,6 @@
 #include "store/polygon_scan.h"
 
+#include "base/slots.h"
 #include "store/objects.h"
 #include "store/storage.h"
 
@@ -13,8 +14,7 @@ void FreeUndoCopies() {
 
 void DiscardHiddenPolygons() {
     FreeUndoCopies();
-    if (TheStorageSlots.FreePolygonPaste)
-        TheStorageSlots.FreePolygonPaste();
+    CallSlot(TheStorageSlots.FreePolygonPaste);
 }
 
 void ScanEverySinglePolygonEver(void (*function)(Polygon*)) {

@@ -2,6 +2,7 @@
 
 #include "base/exit.h"
 #include "base/memory.h"
+#include "base/slots.h"
 #include "store/accessors.h"
 #include "store/pools.h"
 #include "store/storage.h"
@@ -16,16 +17,11 @@ SceneSlots TheSceneSlots;
 
 namespace {
 
-void Call(void (*slot)()) {
-    if (slot)
-        slot();
-}
-
 void DeselectWholeScene() {
     for (Branch* branch : EveryBranch(CurrentFile->Scene))
         branch->Selected = 0;
     CurrentFile->SelectedBranch = nullptr;
-    Call(TheSceneSlots.DeselectScene);
+    CallSlot(TheSceneSlots.DeselectScene);
 }
 
 /// Copies the branches of the tree that starts at `source` up to the end of `source`'s own list, or, without
@@ -161,8 +157,8 @@ void UndoScene() {
     std::swap(SceneUndo, Scene());
     DeselectWholeScene();
     SceneChangedSize = 1;
-    Call(TheSceneSlots.DirtySceneBuilder);
-    Call(TheSceneSlots.DirtyModelWindows);
+    CallSlot(TheSceneSlots.DirtySceneBuilder);
+    CallSlot(TheSceneSlots.DirtyModelWindows);
 }
 
 void NewScene() {
@@ -170,7 +166,7 @@ void NewScene() {
     CurrentFile->Scene = nullptr;
     CurrentFile->SelectedBranch = nullptr;
     SceneChangedSize = 1;
-    Call(TheSceneSlots.DevalidateSceneViews);
+    CallSlot(TheSceneSlots.DevalidateSceneViews);
 }
 
 void FreeScene() {

@@ -2,6 +2,7 @@
 
 #include "base/debug.h"
 #include "base/exit.h"
+#include "base/slots.h"
 #include "store/accessors.h"
 #include "store/material_list.h"
 #include "store/objects.h"
@@ -17,15 +18,6 @@ int DoingNew;
 int NextFreeTexture = 1;
 int NoViewports = 1;
 StorageSlots TheStorageSlots;
-
-namespace {
-
-void Call(void (*slot)()) {
-    if (slot)
-        slot();
-}
-
-} // namespace
 
 void InitFileStruct(FileStruct& file) {
     file = FileStruct{};
@@ -60,20 +52,20 @@ void ResetStorage() {
     FreeAllTextures();
     FreeAllMaterials();
     if (!Mergeing) {
-        Call(TheStorageSlots.FreePolygonPaste);
-        Call(TheStorageSlots.FreeVertexPaste);
+        CallSlot(TheStorageSlots.FreePolygonPaste);
+        CallSlot(TheStorageSlots.FreeVertexPaste);
     }
     if (Quitting)
         return;
     if (!Mergeing) {
-        Call(TheSceneSlots.DevalidateSceneViews);
+        CallSlot(TheSceneSlots.DevalidateSceneViews);
         ObjectIsolated = 1;
         CurrentTexture() = nullptr;
-        Call(TheStorageSlots.ResetFileInformation);
+        CallSlot(TheStorageSlots.ResetFileInformation);
     }
     if (DoingNew) {
-        Call(TheStorageSlots.RestoreDisplayDefaults);
+        CallSlot(TheStorageSlots.RestoreDisplayDefaults);
         if (NoViewports == 1)
-            Call(TheStorageSlots.ChangeNoViewports);
+            CallSlot(TheStorageSlots.ChangeNoViewports);
     }
 }

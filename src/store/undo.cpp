@@ -2,6 +2,7 @@
 
 #include "base/debug.h"
 #include "base/memory.h"
+#include "base/slots.h"
 #include "store/accessors.h"
 #include "store/integrity.h"
 #include "store/polygon_editing.h"
@@ -18,11 +19,6 @@
 UndoSlots TheUndoSlots;
 
 namespace {
-
-void Call(void (*slot)()) {
-    if (slot)
-        slot();
-}
 
 template <class Record>
 Record* CopyOrNull(const Record* source) {
@@ -145,12 +141,12 @@ void Undo() {
     snapshot->GridIndex = edited->GridIndex;
     snapshot->GridSteps = edited->GridSteps;
 
-    Call(TheUndoSlots.RedefineMaterials);
-    Call(TheUndoSlots.DeselectEverything);
+    CallSlot(TheUndoSlots.RedefineMaterials);
+    CallSlot(TheUndoSlots.DeselectEverything);
     SortObject();
     CheckIntegrity();
-    Call(TheUndoSlots.DirtyModelWindows);
-    Call(TheUndoSlots.DirtyStructureEditor);
+    CallSlot(TheUndoSlots.DirtyModelWindows);
+    CallSlot(TheUndoSlots.DirtyStructureEditor);
     WorkSaved = 0;
 }
 
