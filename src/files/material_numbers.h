@@ -43,7 +43,7 @@ class MaterialNumbers {
 
     void ReadMaterial(FileCursor& file);
 
-    std::vector<Entry> Read;    // in file order
+    std::vector<Entry> Read;     // in file order
     std::vector<Named> ByNumber; // polygons can name no number above 65535
     int Section = 0;
 };
