@@ -86,8 +86,11 @@ int EventsPending() {
 
 int ReadEvent(short& value) {
     EventList& list = ListInUse();
-    if (!list.Head)
-        return gl::qread(&value);
+    if (!list.Head) {
+        const int device = gl::qread(&value);
+        MeasureScreen();
+        return device;
+    }
     QueuedEvent* event = list.TakeFirst();
     value = event->Value;
     event->Next = SpareEvents;

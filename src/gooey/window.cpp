@@ -148,6 +148,11 @@ void ForgetWindow(Window* window) {
 
 } // namespace
 
+void MeasureScreen() {
+    hres = gl::getgdesc(gl::GD_XPMAX);
+    vres = gl::getgdesc(gl::GD_YPMAX);
+}
+
 Window* OpenWindow(const char* title, int flags, std::uint32_t background, void (*focusFn)(), void (*drawFn)(),
                    void (*eventFn)(int, short), void (*closeFn)(), std::size_t dataSize, Window* parent) {
     if (InputChangePending) {
@@ -176,8 +181,7 @@ Window* OpenWindow(const char* title, int flags, std::uint32_t background, void 
     if (FirstWindow) {
         QueueDevices();
         InitFonts();
-        hres = gl::getgdesc(gl::GD_XPMAX);
-        vres = gl::getgdesc(gl::GD_YPMAX);
+        MeasureScreen();
     }
     DefineBusyCursor();
     DefinePatterns();

@@ -63,8 +63,9 @@ extern Window* CurrentWindow;
 extern std::int32_t MaxWindow;
 /// The background of windows that have none of their own, 0x00BBGGRR; a preference.
 extern std::uint32_t DefaultWindowBackground;
-/// The largest x and y of the screen, in pixels; set when the first window opens.
+/// The largest x and y of the screen, in pixels; they follow the desktop window, measured at every event.
 extern int hres, vres;
+void MeasureScreen();
 /// What the renderer can do; set when the first window opens.
 extern int ItsARealityEngine, MultiSampling;
 

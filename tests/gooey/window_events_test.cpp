@@ -9,6 +9,7 @@
 #include "gooey/window_stack.h"
 
 #include "platform/events.h"
+#include "platform/surface.h"
 #include "platform/system.h"
 
 using namespace std::string_literals;
@@ -37,6 +38,14 @@ TEST_F(WindowEvents, KeysArriveAsCharacters) {
                 characters.push_back(event.Value);
         EXPECT_EQ(characters, std::vector<int>{test.Character}) << test.Key;
     }
+}
+
+TEST_F(WindowEvents, TheScreenIsMeasuredAgainWhenItsSizeChanges) {
+    Open("Keys", 100, 100, 200, 100);
+    gl::SetScreenSize(900, 700);
+    Play("in Keys\nmove 50 50\nkey a");
+    EXPECT_EQ(hres, 899);
+    EXPECT_EQ(vres, 699);
 }
 
 TEST_F(WindowEvents, SpecialKeysReadThePointerAndReportTheirRelease) {
