@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr int LeastThumb = 10;
 constexpr int ShadeArrow = 4, ShadeDimmedArrow = 2, ShadeDivider = 2;
 
 void DrawBoxOf(const GadgetBox& box, int shade) {
