@@ -1,6 +1,7 @@
 #include "files/body_reader.h"
 
 #include "base/file_names.h"
+#include "base/memory.h"
 #include "files/fields.h"
 #include "files/file_information.h"
 #include "files/file_slots.h"
@@ -15,6 +16,7 @@
 #include "store/sorting.h"
 #include "store/storage.h"
 #include "store/structure_editing.h"
+#include "store/texture_list.h"
 #include "store/walks.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_library.h"
@@ -117,17 +119,22 @@ Texture* BodyReader::ReadTextureRecord() {
         return nullptr;
     char found[MaxFileName];
     Texture* texture = nullptr;
-    if (FindTextureFile(path, found)) {
-        if (number < 0) {
-            SetError(BadTexture);
-            return nullptr;
-        }
+    const bool isFound = FindTextureFile(path, found);
+    if ((isFound || KeepMissingTextures) && number < 0) {
+        SetError(BadTexture);
+        return nullptr;
+    }
+    if (isFound)
         texture = AddTexture(found);
+    if (!texture)
+        TexturesMissing = 1;
+    if (!texture && KeepMissingTextures) {
+        texture = NewTexture();
+        texture->FileName = CopyOfString(path);
+        AddTextureToList(texture);
     }
     if (texture)
         texture->Index = number;
-    else
-        TexturesMissing = 1;
     return texture;
 }
 

@@ -19,6 +19,7 @@
 
 int InformationLost;
 int TexturesMissing;
+int KeepMissingTextures;
 int FileVersion;
 std::size_t FileReached;
 

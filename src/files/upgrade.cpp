@@ -5,6 +5,7 @@
 #include "files/writer.h"
 #include "store/storage.h"
 #include "store/walks.h"
+#include "textures/image_file.h"
 
 #include <cerrno>
 #include <cstring>
@@ -16,16 +17,15 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string WhatWouldBeLost(const LoadReport& report) {
-    if (report.InformationLost)
-        return "it holds data that only a newer version knows";
-    if (!report.MissingTextures.empty())
-        return "texture \"" + report.MissingTextures.front() + "\" cannot be found";
-    return "";
+    return report.InformationLost ? "it holds data that only a newer version knows" : "";
 }
 
-// Images were found from the working directory or from the model's; the target's place says nothing about either.
+// Images were found from the working directory or from the model's; the target's place says nothing about either. An
+// image that was not found keeps the name that it had.
 bool NameImagesInFull() {
     for (Texture* texture : Along<&Texture::Next>(MainFile.FirstTexture)) {
+        if (!IsAnImageFile(texture->FileName))
+            continue;
         std::error_code error;
         const fs::path full = fs::absolute(texture->FileName, error).lexically_normal();
         char* name = error ? nullptr : CopyOfString(full.c_str());

@@ -5,6 +5,7 @@
 #include "files/file_information.h"
 #include "files/inspection.h"
 #include "files/inspection_report.h"
+#include "files/reader.h"
 #include "files/upgrade.h"
 #include "kirvo_file/png_output.h"
 #include "store/storage.h"
@@ -25,8 +26,7 @@ constexpr char Usage[] = "Usage: kirvo-file COMMAND [OPTION]... FILE...\n"
                          "\n"
                          "  --json             info, check: answer in JSON\n"
                          "  --textures DIR     a further directory where a model's images are looked for\n"
-                         "  --force            upgrade: also when that loses textures that cannot be found, or\n"
-                         "                     data of a newer version\n"
+                         "  --force            upgrade: also when that loses data of a newer version\n"
                          "  --help             this text\n"
                          "\n"
                          "The exit status is 0 when all is well, 1 when a file cannot be read or written or has\n"
@@ -98,6 +98,7 @@ KirvoFileStatus RunCheck(const Request& request) {
 KirvoFileStatus RunUpgrade(const Request& request) {
     const std::string &from = request.Files[0], &to = request.Files[1];
     LoadReport report;
+    KeepMissingTextures = 1;
     if (!Load(from, report))
         return FileHasProblems;
     const ModelSummary model = SummariseModel();
@@ -106,6 +107,8 @@ KirvoFileStatus RunUpgrade(const Request& request) {
         Complain(to + ": not written: " + problem);
         return FileHasProblems;
     }
+    for (const std::string& texture : report.MissingTextures)
+        Complain(to + ": texture \"" + texture + "\" was not found; it keeps its name");
     for (const ObjectSummary& object : model.Objects)
         if (object.Degenerate)
             Complain(to + ": object \"" + object.Name + "\": " + std::to_string(object.Degenerate) +

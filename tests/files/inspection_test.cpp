@@ -3,6 +3,7 @@
 #include "files/file_check.h"
 #include "files/inspection_report.h"
 #include "files/made_model.h"
+#include "files/reader.h"
 #include "files/reading.h"
 #include "files/upgrade.h"
 #include "textures/texture_library.h"
@@ -268,14 +269,28 @@ TEST_F(Upgrade, ImagesAreFoundFromTheNewPlace) {
 }
 
 TEST_F(Upgrade, LosesNothingUnlessTold) {
-    for (const ModelFaults& faults : {ModelFaults{.TextureMissing = true}, ModelFaults{.NewerData = true}}) {
-        const LoadReport report = LoadModel(faults);
-        EXPECT_NE(UpgradeTo(report, "new.kirvo"), "");
-        EXPECT_FALSE(fs::exists(directory.Path("new.kirvo")));
-        EXPECT_EQ(UpgradeTo(report, "new.kirvo", UpgradeLoss::Accept), "");
-        EXPECT_TRUE(fs::exists(directory.Path("new.kirvo")));
-        fs::remove(directory.Path("new.kirvo"));
-    }
+    const LoadReport report = LoadModel({.NewerData = true});
+    EXPECT_NE(UpgradeTo(report, "new.kirvo"), "");
+    EXPECT_FALSE(fs::exists(directory.Path("new.kirvo")));
+    EXPECT_EQ(UpgradeTo(report, "new.kirvo", UpgradeLoss::Accept), "");
+    EXPECT_TRUE(fs::exists(directory.Path("new.kirvo")));
+}
+
+TEST_F(Upgrade, MissingTexturesKeepTheirNamesAndTheirPolygons) {
+    KeepMissingTextures = 1;
+    const LoadReport report = LoadModel({.TextureMissing = true});
+    EXPECT_EQ(report.MissingTextures.size(), 1u);
+    const std::vector<TextureSummary> before = SummariseModel().Textures;
+    ASSERT_EQ(before.size(), 1u);
+    EXPECT_GT(before[0].Polygons, 0u);
+    EXPECT_EQ(UpgradeTo(report, "new.kirvo"), "");
+    const LoadReport again = Load(directory.Path("new.kirvo"));
+    KeepMissingTextures = 0;
+    EXPECT_EQ(again.MissingTextures, report.MissingTextures);
+    const std::vector<TextureSummary> after = SummariseModel().Textures;
+    ASSERT_EQ(after.size(), 1u);
+    EXPECT_EQ(after[0].Path, before[0].Path);
+    EXPECT_EQ(after[0].Polygons, before[0].Polygons);
 }
 
 TEST_F(Upgrade, InPlaceKeepsPermissionsAndLinks) {

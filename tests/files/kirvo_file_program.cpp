@@ -55,7 +55,7 @@ TEST_F(KirvoFile, TheStatusTellsWhetherAllIsWell) {
         {{"check", "textures/stone"}, 0, true, false},
         {{"check", "damaged"}, 1, true, false},
         {{"upgrade", "good.kirvo", "new.kirvo"}, 0, false, false},
-        {{"upgrade", "poor.kirvo", "new.kirvo"}, 1, false, true},
+        {{"upgrade", "poor.kirvo", "new.kirvo"}, 0, false, true},
         {{"upgrade", "--force", "poor.kirvo", "new.kirvo"}, 0, false, true},
         {{"upgrade", "bad.kirvo", "new.kirvo"}, 1, false, true},
         {{"upgrade", "good.kirvo", "no/place"}, 1, false, true},
