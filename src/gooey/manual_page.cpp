@@ -161,8 +161,10 @@ class PageReader {
             EndWord();
             InTitle = !closes;
         } else if (name == "script" || name == "style") {
-            if (!closes)
+            if (!closes) {
                 TakeUpTo("</" + std::string(name));
+                TakeUpTo(">");
+            }
         } else if (name == "img") {
             EndWord();
             if (std::string text = AttributeOf(tag, "alt"); !text.empty())
