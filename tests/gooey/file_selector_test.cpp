@@ -241,7 +241,6 @@ TEST_F(FileSelectors, APathThatLeadsNowhereIsToldOf) {
 }
 
 TEST_F(FileSelectors, UnreadableDirectoriesAreEmpty) {
-    std::filesystem::create_directories(Directory + "/closed");
     DoFileSelector(FileToOpen, (Directory + "/missing").c_str(), nullptr, ".kirvo", Choose, Owner);
     Settle();
     EXPECT_TRUE(Rows().empty());

@@ -65,10 +65,10 @@ const MenuEntry Inner[] = {
 };
 
 const MenuEntry Outer[] = {
-    {"Files", MenuEntryTitle, 0, 0, nullptr, nullptr},   {"Open", MenuEntryItem, 4, -'O', nullptr, nullptr},
-    {"Save", MenuEntryItem, 5, -'S', nullptr, nullptr},  {"Merge", MenuEntrySeparated, 6, 0, nullptr, nullptr},
-    {"Ticked", MenuEntryItem, 0, 0, nullptr, Ticked},    {"Ask", MenuEntryItem, 0, 0, Inner, nullptr},
-    {"Prompt", MenuEntryLast, 3, 150, nullptr, nullptr},
+    {"Files", MenuEntryTitle, 0, 0, nullptr, nullptr},  {"Open", MenuEntryItem, 4, -'O', nullptr, nullptr},
+    {"Save", MenuEntryItem, 5, -'S', nullptr, nullptr}, {"Merge", MenuEntrySeparated, 6, 0, nullptr, nullptr},
+    {"Ticked", MenuEntryItem, 0, 0, nullptr, Ticked},   {"Ask", MenuEntryItem, 0, 0, Inner, nullptr},
+    {"Notify", MenuEntryItem, 7, 0, nullptr, nullptr},  {"Prompt", MenuEntryLast, 3, 150, nullptr, nullptr},
 };
 
 const MenuEntry Other[] = {
