@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 extern char** environ;
 
@@ -25,9 +26,13 @@ constexpr char NoManual[] = "Error: Kirvo documentation not found!\n\n"
                             "It should be in \"Kirvo/manual\", but that directory doesn't exist...";
 constexpr std::size_t LabelLimit = 45;
 
-/// The opener that is at work, and the page that it was given.
-pid_t Opener = 0;
-std::string OpenerPage;
+/// An opener that is at work, for as long as the browser runs on some desktops, and the page that it was given.
+struct Opener {
+    pid_t Process;
+    std::string Page;
+};
+
+std::vector<Opener> Openers;
 
 /// A screen in memory has no desktop around it.
 bool HasDesktop() {
@@ -35,20 +40,20 @@ bool HasDesktop() {
     return !display || std::strncmp(display, "headless", 8) != 0;
 }
 
-/// Starts the opener on a file, apart from the program's own input and output. False when there is none.
-bool StartOpener(const std::string& file) {
+/// Starts the opener on a page, apart from the program's own input and output. False when there is none.
+bool StartOpener(const std::string& page) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     for (int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
     char program[] = "xdg-open";
-    std::string argument = file;
+    std::string argument = ManualFile(page);
     char* arguments[] = {program, argument.data(), nullptr};
     pid_t opener = 0;
     bool started = posix_spawnp(&opener, program, &actions, nullptr, arguments, environ) == 0;
     posix_spawn_file_actions_destroy(&actions);
     if (started)
-        Opener = opener;
+        Openers.push_back({opener, page});
     return started;
 }
 
@@ -66,10 +71,7 @@ void OpenManual(const char* page) {
         TellUserS(("The manual page \"" + name + "\" could not be found.").c_str());
         return;
     }
-    CheckManualOpener();
-    if (HasDesktop() && !Opener && StartOpener(file))
-        OpenerPage = name;
-    else
+    if (!HasDesktop() || !StartOpener(name))
         ShowManualPage(name);
 }
 
@@ -83,10 +85,15 @@ void DoManualPage(const char* page, const char* label) {
 }
 
 void CheckManualOpener() {
-    int status = 0;
-    if (!Opener || waitpid(Opener, &status, WNOHANG) == 0)
-        return;
-    Opener = 0;
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        ShowManualPage(OpenerPage);
+    for (std::size_t i = 0; i < Openers.size();) {
+        int status = 0;
+        if (waitpid(Openers[i].Process, &status, WNOHANG) == 0) {
+            ++i;
+            continue;
+        }
+        std::string page = Openers[i].Page;
+        Openers.erase(Openers.begin() + static_cast<std::ptrdiff_t>(i));
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+            ShowManualPage(page);
+    }
 }

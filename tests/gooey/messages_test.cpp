@@ -21,6 +21,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <unistd.h>
 
 using namespace std::string_literals;
 
@@ -306,6 +307,41 @@ TEST_F(Messages, ManualPagesShowInAWindowWithoutADesktop) {
     Play("in TutorIndex\nclick left 25 -25");
     Play("in R_Peak\nkey Escape");
     EXPECT_EQ(WindowList->Next, nullptr);
+    ManualFound = 0;
+}
+
+// On a desktop the opener shows a page; when it fails, which it tells later, the window does.
+TEST_F(Messages, ManualPagesGoToTheDesktopsOpener) {
+    TemporaryDirectory installation;
+    const std::filesystem::path& folder = installation.Path();
+    std::filesystem::create_directories(folder / "manual");
+    for (const char* page : {"R_Peak", "R_Fails"})
+        std::ofstream(folder / "manual" / (page + ".html"s)) << "<p>Text";
+    std::ofstream(folder / "xdg-open") << "#!/bin/sh\ncase $1 in *Fails*) exit 3;; esac\necho \"$1\" > " << folder
+                                       << "/opened\n";
+    std::filesystem::permissions(folder / "xdg-open", std::filesystem::perms::owner_all);
+    CopyFileName(KirvoDir, folder.c_str());
+    ManualFound = 1;
+    const std::string path = getenv("PATH");
+    setenv("PATH", (folder.string() + ":" + path).c_str(), 1);
+    setenv("KIRVO_DISPLAY", "window", 1);
+    OpenManual("R_Peak");
+    OpenManual("R_Fails");
+    for (int tries = 0; tries < 1000 && !WindowList->Next; ++tries) {
+        CheckManualOpener();
+        usleep(10000);
+    }
+    setenv("KIRVO_DISPLAY", "headless:800x600", 1);
+    setenv("PATH", path.c_str(), 1);
+    ASSERT_NE(WindowList->Next, nullptr);
+    EXPECT_EQ(WindowList->Next->Next, nullptr);
+    std::string opened;
+    for (int tries = 0; tries < 1000 && opened.empty(); ++tries) {
+        std::getline(std::ifstream(folder / "opened"), opened);
+        usleep(10000);
+    }
+    EXPECT_EQ(opened, (folder / "manual/R_Peak.html").string());
+    CheckManualOpener();
     ManualFound = 0;
 }
 
