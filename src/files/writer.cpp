@@ -17,7 +17,9 @@
 #include "textures/texture_library.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -120,8 +122,12 @@ void WriteVertices(FileWriter& file) {
 }
 
 void WriteMaterialNumber(FileWriter& file, int tag, const Material* material) {
+    const int number = material ? material->Index : 0;
+    // A number cut to what a short holds would give the polygon another material.
+    if (number > std::numeric_limits<std::uint16_t>::max())
+        SetError(WriteFailed);
     WriteFileByte(file, tag);
-    WriteFileShort(file, material ? material->Index : 0);
+    WriteFileShort(file, number);
 }
 
 void WriteCorner(FileWriter& file, const Polygon* polygon, const PolygonBead* bead) {

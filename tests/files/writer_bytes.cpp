@@ -259,6 +259,23 @@ TEST_F(Writer, AFullDiskIsAnErrorWithoutAMessage) {
     EXPECT_TRUE(Told.empty());
 }
 
+TEST_F(Writer, AMaterialNumberThatDoesNotFitIsAnErrorNotAnotherMaterial) {
+    AddObject("o", 0, 0);
+    Vertex *a = AddVertex(0, 0, 0), *b = AddVertex(1, 0, 0), *c = AddVertex(0, 1, 0);
+    PolygonBead* beads = nullptr;
+    for (Vertex* vertex : {a, b, c})
+        AddPolygonBead(beads, vertex);
+    Polygon* polygon = AddPolygon(beads, nullptr);
+    for (int i = 0; i <= 65536; ++i) {
+        polygon->Material = NewMaterial();
+        AddMaterial(polygon->Material);
+    }
+    EXPECT_FALSE(WriteKirvo(File.c_str()));
+    EXPECT_EQ(FileErrorNumber, WriteFailed);
+    polygon->Material = polygon->Material->Prev;
+    EXPECT_TRUE(WriteKirvo(File.c_str()));
+}
+
 TEST_F(Writer, AFailedReadDoesNotStopAWrite) {
     EXPECT_EQ(ErrorOf(ModelBytes("3.05")), UnexpectedEnd);
     AddObject("o", 0, 0);
