@@ -4,7 +4,9 @@
 
 #include "files/file_information.h"
 #include "files/file_slots.h"
+#include "store/scene.h"
 #include "store/storage.h"
+#include "views/scene_views.h"
 
 namespace {
 
@@ -16,6 +18,7 @@ void TellOnErrorStream(const char* text) {
 } // namespace
 
 void FillSlots() {
+    TheSceneSlots.DevalidateSceneViews = DevalidateSceneViews;
     TheStorageSlots.ResetFileInformation = ResetFileInformation;
     TheFileSlots.TellUser = TellOnErrorStream;
 }
