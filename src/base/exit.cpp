@@ -78,5 +78,7 @@ void TrapStuff() {
         Trap(SIGBUS);
         Trap(SIGSEGV);
     }
+    // A file that grows beyond the user's limit is a failed save, not the end.
+    std::signal(SIGXFSZ, SIG_IGN);
     Unblock({SIGTERM, SIGBUS, SIGSEGV});
 }

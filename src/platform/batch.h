@@ -72,20 +72,6 @@ void ClearTarget(const float* colour, double depth);
 void DescribeVertices(int stride);
 void DescribeLineVertices();
 
-// Drawing from buffers that stay in graphics memory, with the present state.
-struct StaticRun {
-    unsigned arrays = 0; // vertex array, with its index buffer
-    unsigned mode = 0;   // of the driver: triangles, lines or points
-    long firstIndex = 0; // in bytes
-    int indexCount = 0;
-    Shape shape = Shape::Triangles;
-    bool lit = false, precise = false;
-    std::array<double, 3> origin = {0, 0, 0};                // what positions are relative to
-    std::array<double, 3> low = {0, 0, 0}, high = {0, 0, 0}; // box, in the coordinates of the recording
-};
-
-void DrawStaticRun(const StaticRun& run);
-
 // How many batches have been sent since the beginning.
 long BatchesSent();
 

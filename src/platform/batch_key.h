@@ -48,8 +48,24 @@ struct MaterialPalette {
 // A box of the window in screen pixels of the target.
 PixelBox BoxInTarget(const BatchKey& key, const ScreenBox& box);
 
+// True when a box of coordinates lies wholly beyond one side of the viewport and its margin, or of the depth range.
+bool BoxIsOutside(const Matrix4& toUnitCube, const double* low, const double* high, const PixelBox& viewport,
+                  int margin);
+
 // The box of pixels that a box of eye coordinates reaches through a projection, grown by a margin.
 PixelBox ReachOfBox(const Matrix4& projection, const double* low, const double* high, const PixelBox& viewport,
                     int margin);
+
+// False when there is nothing to draw to: no current surface, cursor mode.
+bool HasSurface();
+// For a shape in the present state.
+BatchKey KeyFor(Shape shape);
+BatchContents ContentsOf(const BatchKey& key);
+// The screen mask, in screen pixels of the target.
+PixelBox MaskInTarget(const BatchKey& key);
+// Sets the driver's state; false when nothing can be seen. `image`: the driver's texture of Glyphs and Picture.
+bool PrepareDriver(const BatchKey& key, unsigned image);
+// How far lines and points reach beyond their vertices, in screen pixels.
+int MarginOf(const RasterState& raster);
 
 } // namespace gl

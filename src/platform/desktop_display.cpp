@@ -28,8 +28,12 @@ namespace {
 
 // Motions that were under way when the pointer was warped still tell its old place; they are ignored for so long.
 constexpr long long WarpPatience = 60'000;
-// The first desktop window leaves room around itself.
+// The first desktop window leaves room around itself, and is no larger (drawing pixels) than its windows need: a main
+// window in the middle with tool windows around it.
 constexpr double InitialShare = 0.88;
+constexpr int ComfortableWidth = 1600, ComfortableHeight = 1080;
+// What must be seen of a window that comes back on a smaller desktop.
+constexpr int LeastWidth = 320, LeastHeight = 240;
 // A display this dense, and large enough, gets two screen pixels for a drawing pixel.
 constexpr float DenseDotsPerInch = 168;
 constexpr int DenseWidth = 2560;
@@ -58,10 +62,14 @@ class DesktopDisplay : public Display {
         std::fflush(stderr);
     }
 
+    bool Place(DesktopPlace& place) const override;
+
   private:
     void TakeEvent(const SDL_Event& event);
     void TakeWindowEvent(const SDL_WindowEvent& event);
     void FollowSize();
+    void FollowPlace();
+    void AwaitMaximised() const;
     void MovePointer(int x, int y);
     void TurnWheel(const SDL_MouseWheelEvent& wheel);
     void GrabWhileAltIsHeld();
@@ -71,6 +79,7 @@ class DesktopDisplay : public Display {
     SDL_GLContext Context = nullptr;
     int PixelWidth = 0, PixelHeight = 0; // of the screen
     double Ratio = 1;                    // screen pixels per unit of the desktop's window
+    DesktopPlace Free{};                 // the window's place while it does not fill the desktop
     DesktopKeyboard Keyboard;
     long long WarpedAt = 0; // 0: no warp is under way
     int WarpX = 0, WarpY = 0;
@@ -99,17 +108,42 @@ DesktopDisplay::~DesktopDisplay() {
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 
+double ScaleForDensity(int display) {
+    float dotsPerInch = 0;
+    SDL_Rect bounds{};
+    const bool dense = SDL_GetDisplayDPI(display, nullptr, &dotsPerInch, nullptr) == 0 &&
+                       SDL_GetDisplayBounds(display, &bounds) == 0 && dotsPerInch >= DenseDotsPerInch &&
+                       bounds.w >= DenseWidth;
+    return dense ? 2 : 1;
+}
+
 double DesktopDisplay::ChosenScale() const {
     // Desktops that scale by themselves say so by the size of what is drawn.
-    if (Ratio > 1.2)
-        return std::round(Ratio * 2) / 2;
-    float dotsPerInch = 0;
-    const int display = SDL_GetWindowDisplayIndex(Window);
-    SDL_Rect bounds{};
-    if (SDL_GetDisplayDPI(display, nullptr, &dotsPerInch, nullptr) == 0 &&
-        SDL_GetDisplayBounds(display, &bounds) == 0 && dotsPerInch >= DenseDotsPerInch && bounds.w >= DenseWidth)
-        return 2;
-    return 1;
+    return Ratio > 1.2 ? std::round(Ratio * 2) / 2 : ScaleForDensity(SDL_GetWindowDisplayIndex(Window));
+}
+
+SDL_Rect UsableBounds(int display) {
+    SDL_Rect usable{0, 0, 1280, 960};
+    SDL_GetDisplayUsableBounds(display, &usable);
+    return usable;
+}
+
+DesktopPlace FirstPlace(double scale) {
+    const SDL_Rect usable = UsableBounds(0);
+    const int width = std::min(static_cast<int>(usable.w * InitialShare), static_cast<int>(ComfortableWidth * scale));
+    const int height = std::min(static_cast<int>(usable.h * InitialShare), static_cast<int>(ComfortableHeight * scale));
+    return {usable.x + (usable.w - width) / 2, usable.y + (usable.h - height) / 2, width, height, false};
+}
+
+// The desktop may have changed since: as much of the place as it has room for.
+DesktopPlace FittedPlace(DesktopPlace place) {
+    const SDL_Point middle{place.X + place.Width / 2, place.Y + place.Height / 2};
+    const SDL_Rect usable = UsableBounds(std::max(0, SDL_GetPointDisplayIndex(&middle)));
+    place.Width = std::clamp(place.Width, std::min(LeastWidth, usable.w), usable.w);
+    place.Height = std::clamp(place.Height, std::min(LeastHeight, usable.h), usable.h);
+    place.X = std::clamp(place.X, usable.x, usable.x + usable.w - place.Width);
+    place.Y = std::clamp(place.Y, usable.y, usable.y + usable.h - place.Height);
+    return place;
 }
 
 bool DesktopDisplay::Open(double scale, std::string& error) {
@@ -139,11 +173,11 @@ bool DesktopDisplay::Open(double scale, std::string& error) {
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 3);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 0);
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
-    SDL_Rect usable{0, 0, 1280, 960};
-    SDL_GetDisplayUsableBounds(0, &usable);
-    Window = SDL_CreateWindow("Kirvo", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                              static_cast<int>(usable.w * InitialShare), static_cast<int>(usable.h * InitialShare),
-                              SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+    Free = PreferredDesktopPlace ? FittedPlace(*PreferredDesktopPlace)
+                                 : FirstPlace(scale > 0 ? scale : ScaleForDensity(0));
+    const std::uint32_t maximised = Free.Maximised ? SDL_WINDOW_MAXIMIZED : 0;
+    Window = SDL_CreateWindow("Kirvo", Free.X, Free.Y, Free.Width, Free.Height,
+                              SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | maximised);
     if (Window)
         Context = SDL_GL_CreateContext(Window);
     if (!Context) {
@@ -152,6 +186,8 @@ bool DesktopDisplay::Open(double scale, std::string& error) {
     }
     // Presenting must not hold up input: the layer limits itself.
     SDL_GL_SetSwapInterval(0);
+    if (Free.Maximised)
+        AwaitMaximised();
     int width = 0, height = 0;
     SDL_GetWindowSize(Window, &width, &height);
     SDL_GL_GetDrawableSize(Window, &PixelWidth, &PixelHeight);
@@ -159,7 +195,7 @@ bool DesktopDisplay::Open(double scale, std::string& error) {
     SetDrawingScale(scale > 0 ? scale : ChosenScale());
     if (!InitialiseGraphics(error) || !AdoptScreenPixels(PixelWidth, PixelHeight, error))
         return false;
-    SDL_SetWindowMinimumSize(Window, 320, 240);
+    SDL_SetWindowMinimumSize(Window, LeastWidth, LeastHeight);
     SDL_StartTextInput();
     return true;
 }
@@ -208,10 +244,50 @@ void DesktopDisplay::FollowSize() {
         std::fprintf(stderr, "%s\n", error.c_str());
 }
 
+bool FillsDesktop(SDL_Window* window) {
+    return SDL_GetWindowFlags(window) & (SDL_WINDOW_MAXIMIZED | SDL_WINDOW_FULLSCREEN | SDL_WINDOW_MINIMIZED);
+}
+
+void DesktopDisplay::FollowPlace() {
+    if (FillsDesktop(Window))
+        return;
+    // What a frame takes comes on top again when the window opens there.
+    int top = 0, left = 0;
+    SDL_GetWindowBordersSize(Window, &top, &left, nullptr, nullptr);
+    SDL_GetWindowPosition(Window, &Free.X, &Free.Y);
+    SDL_GetWindowSize(Window, &Free.Width, &Free.Height);
+    Free.X -= left;
+    Free.Y -= top;
+}
+
+// The desktop enlarges a window a moment after it has opened. The first windows must find the screen's final size, or
+// they would be moved with its top at every start.
+void DesktopDisplay::AwaitMaximised() const {
+    constexpr int attempts = 40, milliseconds = 10;
+    for (int i = 0; i < attempts; ++i) {
+        SDL_PumpEvents();
+        int width = 0, height = 0;
+        SDL_GetWindowSize(Window, &width, &height);
+        if (width > Free.Width || height > Free.Height)
+            return;
+        SDL_Delay(milliseconds);
+    }
+}
+
+bool DesktopDisplay::Place(DesktopPlace& place) const {
+    place = Free;
+    place.Maximised = SDL_GetWindowFlags(Window) & SDL_WINDOW_MAXIMIZED;
+    return true;
+}
+
 void DesktopDisplay::TakeWindowEvent(const SDL_WindowEvent& event) {
     switch (event.event) {
     case SDL_WINDOWEVENT_SIZE_CHANGED:
         FollowSize();
+        FollowPlace();
+        break;
+    case SDL_WINDOWEVENT_MOVED:
+        FollowPlace();
         break;
     case SDL_WINDOWEVENT_EXPOSED:
     case SDL_WINDOWEVENT_SHOWN:

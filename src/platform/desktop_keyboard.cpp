@@ -130,7 +130,8 @@ void DesktopKeyboard::TakeKey(const SDL_KeyboardEvent& event) {
         Held.erase(event.keysym.scancode);
     const char32_t plain = named ? 0 : PlainCharacter(event.keysym);
     const int device = named ? named->Device : DeviceOfCharacter(plain);
-    if (!(modifier && again) && (named || !again))
+    // Only keys that have no character are told again; the others' characters are.
+    if (!again || (named && !modifier && named->Character == 0))
         KeyDeviceChanged(device, pressed);
     if (!pressed)
         return;

@@ -1,7 +1,10 @@
 // Where the screen is shown and input comes from: the desktop, or memory only. One is open at a time.
 #pragma once
 
+#include "platform/desktop_place.h"
+
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace gl {
@@ -27,7 +30,13 @@ class Display {
     virtual void SetClipboard(const std::string& text) = 0;
     virtual std::string Clipboard() = 0;
     virtual void RingBell() = 0;
+
+    // Where its desktop window stands; false when it has none.
+    virtual bool Place(DesktopPlace&) const { return false; }
 };
+
+// What PreferDesktopPlace said last.
+extern std::optional<DesktopPlace> PreferredDesktopPlace;
 
 // Null with the reason in `error` (one line that says how to go on). Sets the drawing scale and makes the rendering
 // context current. `scale` 0: chosen from the display; sizes in screen pixels, 0: the display's choice.

@@ -51,7 +51,7 @@ void v4f(const float* position);
 void v4d(const double* position);
 
 // ---- Primitives ----
-// Points one drawing pixel in size.
+// Points of the point size.
 void bgnpoint();
 void endpoint();
 // A line through all the vertices, of the line width and line style; one vertex alone draws nothing.

@@ -49,10 +49,13 @@ struct RasterState {
     bool multisample = false;
     bool flat = false;
     bool cullBack = false;
+    bool behindLines = true;
     uint16_t pattern = 0;
     uint16_t lineStyle = 0;
     float lineWidth = 1;
     uint8_t lineSmoothing = SML_OFF;
+    bool facingLines = false;
+    float pointSize = 1;
     bool depthCue = false;
     uint8_t clipPlanes = 0; // bits of the planes that are on
 

@@ -11,6 +11,10 @@ namespace {
 DriverState Set;
 bool Known = false;
 unsigned BoundProgram = 0, BoundArrays = 0;
+long Changes = 0;
+bool Desktop = true; // asking the driver takes longer than drawing
+// A distance more for lines that face the eye.
+constexpr int ClipDistances = ClipPlanes + 1;
 
 void Switch(unsigned capability, bool on) {
     if (on)
@@ -37,6 +41,8 @@ unsigned DestinationFactor(uint8_t factor) {
 
 void ApplyDriverState(const DriverState& wanted) {
     const bool all = !Known;
+    if (all)
+        Desktop = epoxy_is_desktop_gl();
     if (all) {
         glEnable(GL_SCISSOR_TEST);
         glDisable(GL_STENCIL_TEST);
@@ -72,12 +78,12 @@ void ApplyDriverState(const DriverState& wanted) {
         Switch(GL_CULL_FACE, wanted.cullBack);
     if (all || wanted.alphaToCoverage != Set.alphaToCoverage)
         Switch(GL_SAMPLE_ALPHA_TO_COVERAGE, wanted.alphaToCoverage);
-    if (epoxy_is_desktop_gl() && (all || wanted.multisample != Set.multisample))
+    if (Desktop && (all || wanted.multisample != Set.multisample))
         Switch(GL_MULTISAMPLE, wanted.multisample);
     if (all || wanted.polygonOffset != Set.polygonOffset)
         Switch(GL_POLYGON_OFFSET_FILL, wanted.polygonOffset);
-    if (epoxy_is_desktop_gl())
-        for (int i = 0; i < ClipPlanes; i++)
+    if (Desktop)
+        for (int i = 0; i < ClipDistances; i++)
             if (all || ((wanted.clipPlanes ^ Set.clipPlanes) >> i & 1))
                 Switch(GL_CLIP_DISTANCE0 + i, wanted.clipPlanes >> i & 1);
     if (all || wanted.texture != Set.texture)
@@ -91,20 +97,29 @@ const DriverState& CurrentDriverState() {
 }
 
 void BindProgram(unsigned name) {
-    if (name != BoundProgram)
+    if (name != BoundProgram) {
         glUseProgram(name);
+        Changes++;
+    }
     BoundProgram = name;
 }
 
 void BindArrays(unsigned name) {
-    if (name != BoundArrays)
+    if (name != BoundArrays) {
         glBindVertexArray(name);
+        Changes++;
+    }
     BoundArrays = name;
 }
 
 void ForgetDriverState() {
     Known = false;
     BoundProgram = BoundArrays = 0;
+    Changes++;
+}
+
+long BindingChanges() {
+    return Changes;
 }
 
 } // namespace gl

@@ -22,6 +22,8 @@ void ApplyDriverState(const DriverState& wanted);
 const DriverState& CurrentDriverState();
 void BindProgram(unsigned name);
 void BindArrays(unsigned name);
+// How often program or arrays have changed: while it stays the same, so do they.
+long BindingChanges();
 // Everything is sent again next time.
 void ForgetDriverState();
 

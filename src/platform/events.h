@@ -102,6 +102,8 @@ void qreset();
 int getbutton(int device);
 // A valuator's present value; the pointer is -1 until it has been seen on the screen.
 int getvaluator(int valuator);
+// The window that has the input, though the event that says so may still be waiting; 0: none.
+int InputWindow();
 // Moves the pointer (one axis) and confines the valuator to [minimum, maximum]. Causes no button event.
 void setvaluator(int valuator, int value, int minimum, int maximum);
 

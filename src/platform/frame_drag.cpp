@@ -173,12 +173,7 @@ void FitOrRestore(ScreenWindow& window) {
         return;
     }
     const WindowRectangle before = window.Place;
-    const ContentSize screen = ScreenSize();
-    const ContentSize room{screen.Width - 2 * FrameBorder, screen.Height - 2 * FrameBorder - TitleHeight};
-    const ContentSize size = AllowedSize(window.Rules, room, Leading::Smaller);
-    SetWindowPlace(window, {FrameBorder + std::max(0, room.Width - size.Width) / 2,
-                            FrameBorder + (room.Height - size.Height + (room.Height > size.Height ? 1 : 0)) / 2,
-                            size.Width, size.Height});
+    SetWindowPlace(window, FittedPlace(window.Rules));
     window.BeforeFit = before;
     window.Fitted = true;
 }

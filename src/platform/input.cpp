@@ -211,7 +211,7 @@ void UpdateInputWindow() {
 }
 
 int InputWindow() {
-    return Input.Window;
+    return FindScreenWindow(Input.Window) ? Input.Window : 0;
 }
 
 bool AnyButtonHeld() {

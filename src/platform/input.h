@@ -33,8 +33,6 @@ void QuitRequested();
 void PassInputTime();
 // Announces the window under the pointer when another one lies there than before.
 void UpdateInputWindow();
-// The window that has the input, 0: none.
-int InputWindow();
 // Whether a mouse button is held (a frame's too).
 bool AnyButtonHeld();
 // Whether the pointer was seen; its place.

@@ -150,7 +150,7 @@ void lmdef(int kind, int index, int count, const float* properties) {
 }
 
 void lmbind(int target, int index) {
-    if (RecordSetting(target, index, [=] { lmbind(target, index); }))
+    if (target == MATERIAL ? RecordMaterial(index) : RecordSetting(target, index, [=] { lmbind(target, index); }))
         return;
     DrawingState& state = State();
     LightingState& lighting = state.Lighting;

@@ -40,8 +40,11 @@ bool RecordSetting(int setting, int value, const Call& call) {
     return true;
 }
 
-// Numbers of such settings; lmbind's are its targets.
+// Numbers of such settings; lmbind's are its targets but for materials.
 enum RecordedSetting { TextureSetting = 1, EnvironmentSetting, DepthTestSetting, CullingSetting, PatternSetting };
+
+// The same for the bound material, which is kept with the vertices.
+bool RecordMaterial(int material);
 
 // The vertices of a primitive, in the coordinates of the caller, with the attributes of the drawing state.
 void BeginRecordedPrimitive();

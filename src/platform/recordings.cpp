@@ -3,20 +3,23 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstddef>
 #include <cstdio>
 #include <map>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include <epoxy/gl.h>
 
 #include "platform/batch.h"
+#include "platform/definitions.h"
 #include "platform/drawing.h"
 #include "platform/drawing_state.h"
-#include "platform/driver_state.h"
 #include "platform/graphics_context.h"
+#include "platform/lighting.h"
 #include "platform/recorder.h"
+#include "platform/recording_data.h"
+#include "platform/static_runs.h"
 #include "platform/surface.h"
 #include "platform/vertices.h"
 
@@ -26,66 +29,24 @@ bool RecordingOpen = false;
 
 namespace {
 
-using Rest = std::array<float, 3>;
-
 // Positions are kept as single-precision numbers relative to the recording's origin. Where that loses more than this
 // many metres, what is lost is kept too.
 constexpr double TolerableLoss = 1.0 / (1 << 17);
 constexpr int DeepestCall = 16;
 
-// Vertices, and what they lack in precision, in graphics memory.
-struct VertexStore {
-    unsigned arrays = 0, vertices = 0, rests = 0, indices = 0;
-    long bytes = 0;
-
-    void release() {
-        glDeleteVertexArrays(1, &arrays);
-        const unsigned buffers[3] = {vertices, rests, indices};
-        glDeleteBuffers(3, buffers);
-        *this = {};
-    }
-};
-
-// Consecutive primitives of one shape.
-struct Run {
-    Shape shape = Shape::Triangles;
-    int first = 0, count = 0; // of the indices
-    bool lit = false;
-    int firstWide = -1; // of the indices of the widened lines
-};
-
-struct Item {
-    int run = -1; // or a command
-    std::function<void()> command;
-};
-
-struct ObjectRecording {
-    std::vector<Item> items;
-    std::vector<Run> runs;
-    VertexStore store, wideStore;
-    std::array<double, 3> origin = {0, 0, 0}, low = {1e300, 1e300, 1e300}, high = {-1e300, -1e300, -1e300};
-    bool precise = false;
-    // On the way to graphics memory; kept afterwards only when there are lines, which may have to be widened.
-    std::vector<Vertex> vertices;
-    std::vector<Rest> rests; // as many as vertices when precise, else none
-    std::vector<uint32_t> indices;
-
-    ~ObjectRecording() {
-        if (GraphicsReady()) {
-            store.release();
-            wideStore.release();
-        }
-    }
-};
-
 std::map<int, std::unique_ptr<ObjectRecording>> Recordings;
 std::unique_ptr<ObjectRecording> OpenOne;
 int OpenNumber = 0;
+unsigned Generation = 1;
+int LowestFree = 1; // all below have recordings
 int CallDepth = 0;
 size_t PrimitiveStart = 0;
 int16_t PackedNormal[3];
 bool NormalGiven = false, ColourGiven = false;
 std::map<int, int> KnownSettings;
+int Material = InheritedMaterial;  // bound by the recording so far
+int16_t Slot = -1;                 // of that material in the palette of the moment, -1 when not yet looked up
+std::optional<uint32_t> OneColour; // of the recordings that are being drawn
 
 // What makeobj found and closeobj restores.
 struct SavedAttributes {
@@ -108,14 +69,14 @@ void PackNormal(const std::array<float, 3>& n) {
 // The run that primitives of a shape go to: the last one when nothing came between.
 Run& RunFor(Shape shape, bool lit) {
     ObjectRecording& o = *OpenOne;
-    if (o.items.empty() || o.items.back().run < 0 || o.runs[o.items.back().run].shape != shape) {
+    const int palette = static_cast<int>(o.palettes.size()) - 1;
+    if (o.items.empty() || o.items.back().run < 0 || o.runs.back().shape != shape || o.runs.back().palette != palette) {
         Run run;
         run.shape = shape;
+        run.palette = palette;
         run.first = static_cast<int>(o.indices.size());
         o.runs.push_back(run);
-        Item item;
-        item.run = static_cast<int>(o.runs.size()) - 1;
-        o.items.push_back(std::move(item));
+        o.items.push_back({static_cast<int>(o.runs.size()) - 1, nullptr});
     }
     Run& run = o.runs.back();
     run.lit |= lit;
@@ -133,74 +94,43 @@ void AddIndices(Shape shape, const std::vector<int>& indices) {
     run.count += static_cast<int>(indices.size());
 }
 
-void Upload(unsigned target, unsigned* name, const void* data, size_t bytes, long* total) {
-    glGenBuffers(1, name);
-    glBindBuffer(target, *name);
-    glBufferData(target, static_cast<long>(bytes), data, GL_STATIC_DRAW);
-    *total += static_cast<long>(bytes);
+// Where the material is, or goes, in the last palette; a full one is followed by another.
+int16_t SlotOfMaterial() {
+    std::vector<std::vector<int>>& palettes = OpenOne->palettes;
+    const auto found = std::find(palettes.back().begin(), palettes.back().end(), Material);
+    if (found != palettes.back().end())
+        return static_cast<int16_t>(found - palettes.back().begin());
+    if (palettes.back().size() == MaterialSlots)
+        palettes.emplace_back();
+    palettes.back().push_back(Material);
+    return static_cast<int16_t>(palettes.back().size() - 1);
 }
 
-void FillStore(ObjectRecording& o) {
-    VertexStore& store = o.store;
-    glGenVertexArrays(1, &store.arrays);
-    glBindVertexArray(store.arrays);
-    Upload(GL_ARRAY_BUFFER, &store.vertices, o.vertices.data(), o.vertices.size() * sizeof(Vertex), &store.bytes);
-    DescribeVertices(sizeof(Vertex));
-    if (o.precise) {
-        Upload(GL_ARRAY_BUFFER, &store.rests, o.rests.data(), o.rests.size() * sizeof(Rest), &store.bytes);
-        glEnableVertexAttribArray(PositionRestAttribute);
-        glVertexAttribPointer(PositionRestAttribute, 3, GL_FLOAT, false, sizeof(Rest), nullptr);
-    }
-    Upload(GL_ELEMENT_ARRAY_BUFFER, &store.indices, o.indices.data(), o.indices.size() * sizeof(uint32_t),
-           &store.bytes);
-    ForgetBatchState();
+void ForgetMaterial() {
+    Material = InheritedMaterial;
+    Slot = -1;
 }
 
-// Makes what wide, dashed and smooth lines need, when the first of them is drawn: four corners for each segment.
-void FillWideStore(ObjectRecording& o) {
-    std::vector<LineVertex> corners;
-    std::vector<std::array<Rest, 2>> rests; // of its own end and of the other
-    std::vector<uint32_t> indices;
-    for (Run& run : o.runs) {
-        if (run.shape != Shape::Segments)
-            continue;
-        run.firstWide = static_cast<int>(indices.size());
-        for (int i = run.first; i < run.first + run.count; i += 2) {
-            const uint32_t ends[2] = {o.indices[i], o.indices[i + 1]};
-            const auto first = static_cast<uint32_t>(corners.size());
-            for (int end = 0; end < 2; end++)
-                for (float side : {-1.0f, 1.0f}) {
-                    LineVertex corner = {o.vertices[ends[end]], {}, {static_cast<float>(end), side, 0}};
-                    std::copy_n(o.vertices[ends[1 - end]].position, 3, corner.otherEnd);
-                    corners.push_back(corner);
-                    if (o.precise)
-                        rests.push_back({o.rests[ends[end]], o.rests[ends[1 - end]]});
-                }
-            for (uint32_t corner : {0, 1, 2, 2, 1, 3})
-                indices.push_back(first + corner);
-        }
-    }
-    VertexStore& store = o.wideStore;
-    glGenVertexArrays(1, &store.arrays);
-    glBindVertexArray(store.arrays);
-    Upload(GL_ARRAY_BUFFER, &store.vertices, corners.data(), corners.size() * sizeof(LineVertex), &store.bytes);
-    DescribeLineVertices();
-    if (o.precise) {
-        Upload(GL_ARRAY_BUFFER, &store.rests, rests.data(), rests.size() * sizeof rests[0], &store.bytes);
-        glEnableVertexAttribArray(PositionRestAttribute);
-        glVertexAttribPointer(PositionRestAttribute, 3, GL_FLOAT, false, sizeof rests[0], nullptr);
-        glEnableVertexAttribArray(OtherEndRestAttribute);
-        glVertexAttribPointer(OtherEndRestAttribute, 3, GL_FLOAT, false, sizeof rests[0],
-                              reinterpret_cast<const void*>(sizeof(Rest)));
-    }
-    Upload(GL_ELEMENT_ARRAY_BUFFER, &store.indices, indices.data(), indices.size() * sizeof(uint32_t), &store.bytes);
-    ForgetBatchState();
+// Widening takes eight times the memory of thin lines: many lines are left to the driver when it can draw them so wide.
+// The width in screen pixels; 0 when the layer widens them itself.
+float DriverLineWidth(const Run& run) {
+    constexpr int few = 1000;
+    const RasterState& raster = State().Raster;
+    const auto width = static_cast<float>(std::lround(raster.lineWidth * DrawingScale()));
+    if (run.count / 2 < few || State().PixelExact || FindLineStyle(raster.lineStyle) != 0xFFFF ||
+        raster.lineSmoothing != SML_OFF)
+        return 0;
+    float range[2] = {1, 1};
+    glGetFloatv(GL_ALIASED_LINE_WIDTH_RANGE, range);
+    return width <= range[1] ? width : 0;
 }
 
 void DrawRun(ObjectRecording& o, const Run& run) {
-    const bool widened = run.shape == Shape::Segments && LineShape() != Shape::Segments;
+    const bool wide = run.shape == Shape::Segments && LineShape() != Shape::Segments;
+    const float driverWidth = wide ? DriverLineWidth(run) : 0;
+    const bool widened = wide && driverWidth == 0;
     if (widened && !o.wideStore.arrays)
-        FillWideStore(o);
+        o.widenLines();
     StaticRun piece;
     piece.arrays = widened ? o.wideStore.arrays : o.store.arrays;
     piece.mode = run.shape == Shape::Points                 ? GL_POINTS
@@ -210,19 +140,23 @@ void DrawRun(ObjectRecording& o, const Run& run) {
     piece.indexCount = widened ? run.count * 3 : run.count;
     piece.shape = widened ? Shape::WideSegments : run.shape;
     piece.lit = run.lit;
+    piece.materials = &o.palettes[run.palette];
+    piece.oneColour = OneColour;
     piece.precise = o.precise;
     piece.origin = o.origin;
     piece.low = o.low;
     piece.high = o.high;
+    if (driverWidth > 1)
+        glLineWidth(driverWidth);
     DrawStaticRun(piece);
+    if (driverWidth > 1)
+        glLineWidth(1);
 }
 
 } // namespace
 
 void KeepCommand(std::function<void()> command) {
-    Item item;
-    item.command = std::move(command);
-    OpenOne->items.push_back(std::move(item));
+    OpenOne->items.push_back({-1, std::move(command)});
 }
 
 void KeepColoured(std::function<void()> command) {
@@ -243,8 +177,20 @@ bool SettingKnown(int setting, int value) {
     return same;
 }
 
+bool RecordMaterial(int material) {
+    if (!RecordingOpen)
+        return false;
+    if (Material != material)
+        Slot = -1;
+    Material = material;
+    return true;
+}
+
 void BeginRecordedPrimitive() {
     PrimitiveStart = OpenOne->vertices.size();
+    // Here, since a palette must not end within a primitive.
+    if (Slot < 0)
+        Slot = SlotOfMaterial();
 }
 
 void RecordVertex(double x, double y, double z, double w) {
@@ -257,7 +203,7 @@ void RecordVertex(double x, double y, double z, double w) {
     if (o.vertices.empty())
         o.origin = {p[0], p[1], p[2]};
     Vertex vertex;
-    Rest rest;
+    PositionRest rest;
     bool lossy = false;
     for (int i = 0; i < 3; i++) {
         o.low[i] = std::min(o.low[i], p[i]);
@@ -268,13 +214,13 @@ void RecordVertex(double x, double y, double z, double w) {
         lossy |= std::abs(rest[i]) > TolerableLoss;
     }
     std::copy_n(PackedNormal, 3, vertex.normal);
-    vertex.slot = state.Lit ? 0 : -1;
+    vertex.slot = state.Lit ? std::max<int16_t>(Slot, 0) : -1;
     vertex.colour = state.Colour;
     vertex.texel[0] = state.Texel[0];
     vertex.texel[1] = state.Texel[1];
     if (lossy && !o.precise) {
         o.precise = true;
-        o.rests.assign(o.vertices.size(), Rest{0, 0, 0});
+        o.rests.assign(o.vertices.size(), PositionRest{0, 0, 0});
     }
     o.vertices.push_back(vertex);
     if (o.precise)
@@ -321,7 +267,9 @@ void RecordNormal() {
 }
 
 int genobj() {
-    int number = 1;
+    while (Recordings.count(LowestFree))
+        LowestFree++;
+    int number = LowestFree;
     while (Recordings.count(number) || (Recording() && number == OpenNumber))
         number++;
     return number;
@@ -338,6 +286,7 @@ void makeobj(int number) {
     PackNormal(Before.normal);
     NormalGiven = ColourGiven = false;
     KnownSettings.clear();
+    ForgetMaterial();
     RecordingOpen = true;
 }
 
@@ -349,19 +298,18 @@ void closeobj() {
     ObjectRecording& o = *OpenOne;
     // What the recording leaves behind for what is drawn after it.
     const SavedAttributes after = AttributesOf(state);
-    if (NormalGiven || ColourGiven) {
-        Item item;
-        item.command = [after, normal = NormalGiven, colour = ColourGiven] {
-            if (colour)
-                cpack(after.colour);
-            if (normal) {
-                n3f(after.normal.data());
-                State().Lit = after.lit;
-            }
-            StateChanged = true;
-        };
-        o.items.push_back(std::move(item));
-    }
+    if (Material != InheritedMaterial)
+        o.items.push_back({-1, [material = Material] { lmbind(MATERIAL, material); }});
+    if (NormalGiven || ColourGiven)
+        o.items.push_back({-1, [after, normal = NormalGiven, colour = ColourGiven] {
+                               if (colour)
+                                   cpack(after.colour);
+                               if (normal) {
+                                   n3f(after.normal.data());
+                                   State().Lit = after.lit;
+                               }
+                               StateChanged = true;
+                           }});
     state.Colour = Before.colour;
     state.Normal = Before.normal;
     state.Lit = Before.lit;
@@ -369,28 +317,25 @@ void closeobj() {
     StateChanged = true;
     if (!o.vertices.empty() && GraphicsReady()) {
         FlushDrawing();
-        FillStore(o);
-    }
-    const bool lines =
-        std::any_of(o.runs.begin(), o.runs.end(), [](const Run& run) { return run.shape == Shape::Segments; });
-    if (!lines) {
-        std::vector<Vertex>().swap(o.vertices);
-        std::vector<Rest>().swap(o.rests);
-        std::vector<uint32_t>().swap(o.indices);
+        o.upload();
     }
     Recordings[OpenNumber] = std::move(OpenOne);
 }
 
 void callobj(int number) {
-    if (RecordCommand([=] { callobj(number); })) {
+    if (Recording()) {
+        if (Material != InheritedMaterial)
+            KeepCommand([material = Material] { lmbind(MATERIAL, material); });
+        KeepCommand([=] { callobj(number); });
         KnownSettings.clear();
+        ForgetMaterial();
         return;
     }
     const auto found = Recordings.find(number);
     if (found == Recordings.end() || CallDepth == DeepestCall)
         return;
     CallDepth++;
-    for (const Item& item : found->second->items) {
+    for (const RecordedItem& item : found->second->items) {
         if (item.run >= 0)
             DrawRun(*found->second, found->second->runs[item.run]);
         else
@@ -399,18 +344,33 @@ void callobj(int number) {
     CallDepth--;
 }
 
+void callobj(int number, uint32_t colour) {
+    if (RecordCommand([=] { callobj(number, colour); }))
+        return;
+    const std::optional<uint32_t> before = std::exchange(OneColour, colour);
+    callobj(number);
+    OneColour = before;
+}
+
 bool isobj(int number) {
     return Recordings.count(number) != 0;
 }
 
 void delobj(int number) {
-    Recordings.erase(number);
+    if (Recordings.erase(number))
+        LowestFree = std::min(LowestFree, number);
 }
 
 void DeleteAllRecordings() {
     RecordingOpen = false;
     OpenOne.reset();
     Recordings.clear();
+    LowestFree = 1;
+    Generation++;
+}
+
+unsigned RecordingGeneration() {
+    return Generation;
 }
 
 long RecordingMemory() {

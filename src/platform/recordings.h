@@ -6,6 +6,8 @@
 // of makeobj.
 #pragma once
 
+#include <cstdint>
+
 namespace gl {
 
 // A number that no recording uses, from 1 up.
@@ -18,9 +20,13 @@ void closeobj();
 // Draws a recording; a number that has none draws nothing. Inside a recording the call itself is recorded; a recording
 // that calls itself, however far down, is drawn once at each level up to 16.
 void callobj(int number);
+// The same in one packed colour: everything that is not lit takes it instead of its own.
+void callobj(int number, uint32_t colour);
 bool isobj(int number);
 void delobj(int number);
 
+// Another number each time the layer ends, which loses all recordings.
+unsigned RecordingGeneration();
 // How much graphics memory all recordings take, in bytes, and how many drawing calls one recording makes.
 long RecordingMemory();
 int RecordingRuns(int number);

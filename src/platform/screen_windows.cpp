@@ -165,12 +165,24 @@ void ChangeScreenSize(int width, int height) {
         WindowRectangle wanted = window->Wanted;
         wanted.Y += grown;
         window->BeforeFit.Y += grown;
+        if (window->Fitted) {
+            SetWindowPlace(*window, FittedPlace(window->Rules));
+            continue;
+        }
         SetWindowPlace(*window, BroughtBack(wanted));
         window->Wanted = wanted;
     }
     // Room for rounding at odd scales.
     ScreenDamage.Add({0, 0, ToPixels(width + 1), ToPixels(height + 1)});
     ArrangementChanged = true;
+}
+
+WindowRectangle FittedPlace(const SizeRules& rules) {
+    const ContentSize room{Screen.Size.Width - 2 * FrameBorder, Screen.Size.Height - 2 * FrameBorder - TitleHeight};
+    const ContentSize size = AllowedSize(rules, room, Leading::Smaller);
+    return {FrameBorder + std::max(0, room.Width - size.Width) / 2,
+            FrameBorder + (room.Height - size.Height + (room.Height > size.Height ? 1 : 0)) / 2, size.Width,
+            size.Height};
 }
 
 ScreenWindow* FindScreenWindow(int id) {
@@ -194,7 +206,7 @@ ScreenWindow& AddScreenWindow(ScreenWindow* parent, const std::string& title, co
     ScreenWindow& window = *owned;
     window.Id = Screen.NextId++;
     window.Parent = parent;
-    window.Title = title;
+    window.Title = window.Name = title;
     window.Rules = rules;
     window.Rules.HasPlace = false;
     if (parent && !rules.HasPlace) {

@@ -17,6 +17,7 @@ struct ScreenWindow {
     ScreenWindow* Parent = nullptr;
     std::vector<ScreenWindow*> Children; // bottom to top
     std::string Title;
+    std::string Name;        // the title that it opened with
     WindowRectangle Place{}; // of the content
     // Where program or user put it: a screen that shrinks may show it elsewhere until it grows again.
     WindowRectangle Wanted{};
@@ -65,9 +66,12 @@ PixelBox ToPixelBox(const WindowRectangle& rectangle);
 
 // ---- The screen's windows ----
 ContentSize ScreenSize();
-// The screen has a new size: windows keep their distance from its top and are brought back onto it. Makes the overlay
-// anew.
+// The screen has a new size: windows keep their distance from its top and are brought back onto it; those that fit it
+// fit it again. Makes the overlay anew.
 void ChangeScreenSize(int width, int height);
+
+// The content of a window with these rules that fills the screen as far as it may.
+WindowRectangle FittedPlace(const SizeRules& rules);
 
 // Null for 0 and unknown identifiers.
 ScreenWindow* FindScreenWindow(int id);

@@ -97,6 +97,22 @@ ScriptResult Click(ScriptCall& call) {
     return ScriptResult::Done;
 }
 
+// wheel POS UP [RIGHT]: notches, which may be fractions.
+ScriptResult Wheel(ScriptCall& call) {
+    std::size_t index = 1;
+    int x = 0, y = 0;
+    double up = 0, right = 0;
+    if (!call.ReadPosition(index, x, y) || !call.ReadNumber(index, up) ||
+        (index < call.Words.size() && !call.ReadNumber(index, right)) || !AllRead(call, index))
+        return ScriptResult::Failed;
+    call.Move(call.Window, x, y);
+    if (up != 0)
+        call.TurnWheel(WHEELY, static_cast<int>(std::lround(up * WHEELNOTCH)));
+    if (right != 0)
+        call.TurnWheel(WHEELX, static_cast<int>(std::lround(right * WHEELNOTCH)));
+    return ScriptResult::Done;
+}
+
 ScriptResult Drag(ScriptCall& call) {
     std::size_t index = 1;
     int button = 0, x = 0, y = 0;
@@ -226,6 +242,7 @@ const struct {
     {"click", Click},
     {"doubleclick", Click},
     {"drag", Drag},
+    {"wheel", Wheel},
     {"key", TypeKeys},
     {"hold", HoldOrLet},
     {"let", HoldOrLet},

@@ -8,6 +8,7 @@
 #include "platform/keyboard.h"
 #include "platform/screen_windows.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -26,7 +27,7 @@ void (*ScriptEnded)() = nullptr;
 
 namespace {
 
-enum class StepKind { Move, Press, Release, KeyDown, KeyUp, Character, Wait, PuckDown, PuckUp };
+enum class StepKind { Move, Press, Release, Wheel, KeyDown, KeyUp, Character, Wait, PuckDown, PuckUp };
 
 struct Step {
     StepKind Kind;
@@ -47,6 +48,7 @@ struct PlayerState {
     ScriptCommand Command = nullptr; // to be called again
     ScriptCall Call;
     int Addressed = 0;
+    bool WaitedAmidWork = false; // the work under way is what the script waited for
 };
 
 PlayerState Player;
@@ -95,6 +97,9 @@ void PlayEvent(const Step& step) {
     case StepKind::Release:
         ButtonChanged(step.Device, step.Kind == StepKind::Press);
         break;
+    case StepKind::Wheel:
+        WheelTurned(step.Device, step.X);
+        break;
     case StepKind::KeyDown:
         PlayKeyDown(step);
         break;
@@ -132,6 +137,25 @@ void CallCommand() {
     Player.Call.Stage++;
     if (result == ScriptResult::Done)
         Player.Command = nullptr;
+}
+
+// Whether the next line may begin while the program is at work.
+bool NextLineLooksOn() {
+    static constexpr const char* lookers[] = {"key", "snapshot", "echo"};
+    std::vector<std::string> words;
+    std::string error;
+    for (std::size_t line = Player.NextLine; line < Player.Lines.size(); ++line) {
+        if (!SplitWords(Player.Lines[line], words, error) || words.empty())
+            continue;
+        return words[0] == "wait" || (Player.WaitedAmidWork &&
+                                      std::find(std::begin(lookers), std::end(lookers), words[0]) != std::end(lookers));
+    }
+    return false;
+}
+
+// A command of several stages waits for the program to come to rest.
+bool MayGoOnAmidWork() {
+    return Player.Command ? Player.Call.Stage == 0 : NextLineLooksOn();
 }
 
 // Begins the next line that holds a command. False at the end of the script.
@@ -236,7 +260,9 @@ void AddScriptCommand(const std::string& name, ScriptCommand function) {
     AddedCommands()[name] = function;
 }
 
-void PlayNextStep(bool atRest) {
+void PlayNextStep(ScriptTurn turn) {
+    if (turn == ScriptTurn::AtRest)
+        Player.WaitedAmidWork = false;
     while (Player.Playing) {
         if (!Player.Steps.empty()) {
             Step& next = Player.Steps.front();
@@ -244,15 +270,17 @@ void PlayNextStep(bool atRest) {
                 return;
             const Step step = next;
             Player.Steps.pop_front();
-            if (step.Kind == StepKind::Wait)
+            if (step.Kind == StepKind::Wait) {
+                Player.WaitedAmidWork = turn == ScriptTurn::AmidWork;
                 continue;
+            }
             PlayEvent(step);
             return;
         }
-        if (!atRest)
+        if (turn == ScriptTurn::AmidDrawing || (turn == ScriptTurn::AmidWork && !MayGoOnAmidWork()))
             return;
         // A command may have queued something (a new size, a wish to quit): the program sees to that first.
-        if (!QueueIsEmpty())
+        if (!QueueIsEmpty() && turn == ScriptTurn::AtRest)
             return;
         if (Player.Command)
             CallCommand();
@@ -273,6 +301,10 @@ void ScriptCall::Press(int button) {
 
 void ScriptCall::Release(int button) {
     Player.Steps.push_back({StepKind::Release, 0, 0, 0, button, 0, 0, false});
+}
+
+void ScriptCall::TurnWheel(int device, int amount) {
+    Player.Steps.push_back({StepKind::Wheel, 0, amount, 0, device, 0, 0, false});
 }
 
 void ScriptCall::Type(const std::string& text) {

@@ -13,9 +13,16 @@ namespace gl {
 void LoadScript(const char* path);
 void ForgetScript();
 
-// The script's turn: plays the next event; with `atRest` also carries out the commands up to it that need the program
-// to be at rest. Ends the program where a command fails or, on the headless display, the script ends.
-void PlayNextStep(bool atRest);
+// What the program is doing when the script has its turn.
+enum class ScriptTurn {
+    AtRest,      // nothing is left to do: all commands are carried out
+    AmidDrawing, // events only
+    AmidWork     // that the user waits for: events, waits, and after a wait the commands that look on or cancel
+};
+
+// The script's turn: plays the next event, and carries out the commands up to it that are allowed now. Ends the program
+// where a command fails or, on the headless display, the script ends.
+void PlayNextStep(ScriptTurn turn);
 
 // The words of a script line, quotes removed. False with `error` for a quote that is not closed.
 bool SplitWords(const std::string& line, std::vector<std::string>& words, std::string& error);

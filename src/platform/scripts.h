@@ -1,8 +1,8 @@
 // Input scripts: pointer and key events read from a file (KIRVO_SCRIPT) instead of from a user. One command a line,
 // words separated by blanks, "..." keeps blanks (with \" and \\), # begins a comment. Events enter where the desktop's
 // enter, one at a time: the next when the program has asked for events, found none, and let time pass. The commands
-// that need no knowledge of gadgets are built in: in move press release click doubleclick drag key hold let type puck
-// wait close quit resize place snapshot echo. A toolkit adds more through AddScriptCommand.
+// that need no knowledge of gadgets are built in: in move press release click doubleclick drag wheel key hold let type
+// puck wait close quit resize place snapshot echo. A toolkit adds more through AddScriptCommand.
 #pragma once
 
 #include <string>
@@ -28,8 +28,9 @@ struct ScriptCall {
     void Move(int window, int x, int y);
     void Press(int button); // LEFTMOUSE, MIDDLEMOUSE, RIGHTMOUSE
     void Release(int button);
-    void Key(const std::string& chord); // as the command key takes it
-    void Type(const std::string& text); // UTF-8
+    void TurnWheel(int device, int amount); // WHEELX or WHEELY, in 120ths of a notch
+    void Key(const std::string& chord);     // as the command key takes it
+    void Type(const std::string& text);     // UTF-8
     void Wait(long ticks);
 
     // A position word and its successor: reads "X Y" (negative from the right and top edge) or one word of a form that
@@ -51,6 +52,10 @@ extern bool (*ScriptPosition)(const std::string& word, int window, int& x, int& 
 
 // Slot: called at the end of a script on the headless display; null: the program ends with status 0.
 extern void (*ScriptEnded)();
+
+// The program has set events of the queue aside and has yet to see to them: the script waits until it asks for events
+// again.
+void HoldScript();
 
 // Plays a script instead of the one that KIRVO_SCRIPT names; `name` is for messages. Replaces what is being played.
 void PlayScript(const std::string& text, const std::string& name);

@@ -34,7 +34,7 @@ uniform vec4 lightDirection[LIGHTS + 1];
 uniform vec3 lightHalf[LIGHTS + 1];
 uniform vec3 lightColour[LIGHTS + 1];
 uniform mat4 textureMatrix;
-uniform float pixelScale;
+uniform float pointSize; // in pixels
 uniform vec4 lineSize; // half of the viewport in pixels, half of the width in pixels, pixels of a dash bit
 uniform vec4 clip[6];
 uniform vec4 generationPlanes[2];
@@ -102,13 +102,15 @@ void main() {
 #else
     vec3 eye = ToEye(position, vec3(0.0));
 #endif
-    vec3 eyeNormal = normalize(normalMatrix * normal);
+    vec3 anyNormal = normalMatrix * normal; // of any length
+    vec3 eyeNormal = normalize(anyNormal);
 #else
     vec3 eye = position;
+    vec3 anyNormal = normal;
     vec3 eyeNormal = normal;
 #endif
     gl_Position = projection * vec4(eye, 1.0);
-    gl_PointSize = pixelScale;
+    gl_PointSize = pointSize;
 
     frontColour = colour;
 #ifdef TWO_SIDED
@@ -188,10 +190,15 @@ void main() {
         gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 #endif
 
-#ifdef CLIP_DISTANCES
+#if CLIP_PLANES > 0
     vec4 eyePoint = vec4(eye, 1.0);
-    for (int i = 0; i < CLIP_DISTANCES; i++)
+    for (int i = 0; i < CLIP_PLANES; i++)
         gl_ClipDistance[i] = dot(clip[i], eyePoint);
+#endif
+#ifdef FACING_LINES
+    // From the eye to the point; in parallel projections everywhere the same. Normals are exact to some 1/30000.
+    vec3 look = -projection[2][3] * eye - vec3(0.0, 0.0, projection[3][3]);
+    gl_ClipDistance[CLIP_PLANES] = -dot(anyNormal, look) - 4e-5 * (abs(look.x) + abs(look.y) + abs(look.z));
 #endif
 }
 )";
@@ -303,7 +310,9 @@ std::string Definitions(const ShaderVariant& v) {
     int planes = 0;
     for (int bits = v.clipPlanes; bits; bits &= bits - 1)
         planes++;
-    define(planes > 0, "CLIP_DISTANCES", planes);
+    define(true, "CLIP_PLANES", planes);
+    define(v.facingLines, "FACING_LINES", 1);
+    define(planes > 0 || v.facingLines, "CLIP_DISTANCES", planes + v.facingLines);
     text += v.flat ? "#define INTERPOLATION flat\n" : "#define INTERPOLATION\n";
     return text;
 }
@@ -362,6 +371,7 @@ Program Link(const ShaderVariant& variant) {
         {&Program::pattern, "pattern"},
         {&Program::patternOrigin, "patternOrigin"},
         {&Program::pixelScale, "pixelScale"},
+        {&Program::pointSize, "pointSize"},
         {&Program::alphaTest, "alphaTest"},
         {&Program::lineSize, "lineSize"},
         {&Program::lineStyle, "lineStyle"},

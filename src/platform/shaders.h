@@ -27,6 +27,7 @@ struct ShaderVariant {
     bool recorded = false;  // vertices are in model coordinates
     bool precise = false;   // with a second part of the position (recordings)
     uint8_t clipPlanes = 0; // bits of the planes that are on
+    bool facingLines = false;
 
     bool operator==(const ShaderVariant&) const = default;
 };
@@ -51,8 +52,8 @@ struct Program {
     unsigned name = 0;
     bool used = false; // uniforms that never change are set
     int projection, viewing, normalMatrix, reference, referenceRest, materials, lightDirection, lightHalf, lightColour,
-        textureMatrix, texture, pattern, patternOrigin, pixelScale, generationPlanes, alphaTest, lineSize, lineStyle,
-        cue, cueColours, clip;
+        textureMatrix, texture, pattern, patternOrigin, pixelScale, pointSize, generationPlanes, alphaTest, lineSize,
+        lineStyle, cue, cueColours, clip;
     // Versions of the contents uploaded last, to skip uploads that change nothing.
     uint32_t projectionVersion = 0, lightingVersion = 0, lightingDefinitions = 0, textureMatrixVersion = 0;
 };

@@ -168,6 +168,11 @@ bool getbackface() {
     return Raster().cullBack;
 }
 
+void behindlines(bool on) {
+    if (!RecordCommand([=] { behindlines(on); }))
+        Set(Raster().behindLines, on);
+}
+
 void defpattern(int index, int size, const uint16_t* rows) {
     if (index < 1 || index > 0xFFFF || (size != 16 && size != 32 && size != 64)) {
         std::fprintf(stderr, "Graphics: pattern %d of size %d cannot be defined\n", index, size);
@@ -209,6 +214,16 @@ void linewidth(int width) {
 void linewidthf(float width) {
     if (!RecordCommand([=] { linewidthf(width); }))
         Set(Raster().lineWidth, std::max(width, 1.0f));
+}
+
+void pntsize(int size) {
+    if (!RecordCommand([=] { pntsize(size); }))
+        Set(Raster().pointSize, static_cast<float>(std::max(size, 1)));
+}
+
+void facinglines(bool on) {
+    if (!RecordCommand([=] { facinglines(on); }))
+        Set(Raster().facingLines, on);
 }
 
 void deflinestyle(int index, uint16_t bits) {

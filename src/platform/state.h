@@ -60,6 +60,9 @@ void shademodel(int model);
 // Polygons that turn their back are not drawn.
 void backface(bool on);
 bool getbackface();
+// Filled polygons lie behind lines along their edges, by as much as their depth changes over a pixel, as they do at
+// first. On silhouettes, the back of a body may then come before its front.
+void behindlines(bool on);
 // Fill patterns: 16 rows of 16 bits, the first row at the bottom, the highest bit at the left, fixed to the window;
 // bits that are set are drawn. Pattern 0 is solid and cannot be changed; setting a pattern that was never defined is
 // solid too. Sizes 32 and 64 take 32 x 32 and 64 x 64 bits, 2 and 4 words a row. They apply to everything that is
@@ -72,10 +75,15 @@ int getpattern();
 // In drawing pixels, at least 1.
 void linewidth(int width);
 void linewidthf(float width);
+// Points are squares of this many drawing pixels, at least 1.
+void pntsize(int size);
 // Line styles: 16 bits, the lowest first, a drawing pixel of length each; set bits are drawn. Style 0 is solid.
 void deflinestyle(int index, uint16_t bits);
 void setlinestyle(int index);
 int getlstyle();
+
+// Lines whose normal points away from the eye, or across its look, are not drawn where that is so.
+void facinglines(bool on);
 
 // Smooth edges for lines; needs blending to be seen.
 enum LineSmoothing { SML_OFF = 0, SML_ON = 1, SML_SMOOTHER = 2 };

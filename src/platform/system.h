@@ -10,6 +10,10 @@ namespace gl {
 void sginap(long ticks);
 // Presents what was drawn and waits for the next vertical retrace, 60 a second.
 void gsync();
+// For work that takes long and can be cancelled, called again and again: now and then presents what was drawn and takes
+// in input. Where time is virtual a tick passes each time. Of a script only what is meant for work under way goes on:
+// `wait`, and after it `key`, `snapshot` and `echo`.
+void BreatheAtWork();
 
 // The clock in ticks of 1/100 s, from an arbitrary start, never going back.
 long times();

@@ -106,6 +106,7 @@ ShaderVariant VariantFor(const BatchKey& key, const BatchContents& contents, int
     variant.smooth = variant.lines && raster.lineSmoothing != SML_OFF && !key.overlay;
     variant.depthCue = raster.depthCue;
     variant.clipPlanes = raster.clipPlanes;
+    variant.facingLines = raster.facingLines;
     return variant;
 }
 
@@ -135,6 +136,8 @@ void UploadUniforms(Program& program, const ShaderVariant& variant, const BatchK
         glUniform1f(program.pixelScale, scale);
         program.used = true;
     }
+    if (key.shape == Shape::Points)
+        glUniform1f(program.pointSize, raster.pointSize * scale);
     if (variant.pattern) {
         glUniform1iv(program.pattern, 16, FindPattern(raster.pattern)->data());
         glUniform2f(program.patternOrigin, static_cast<float>(ToPixels(key.originX)),

@@ -259,7 +259,7 @@ void AddPoints(const Vertex* vertices, int count) {
         PixelsOfUnit(&unitX, &unitY);
         if (unitX == 0 || unitY == 0)
             return;
-        const double half = 0.5 * DrawingScale();
+        const double half = 0.5 * State().Raster.pointSize * DrawingScale();
         const double along[2] = {half / unitX, 0}, across[2] = {0, half / unitY};
         for (int i = 0; i < count; i++)
             AddBand(vertices[i], vertices[i], across, along);

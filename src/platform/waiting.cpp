@@ -8,6 +8,7 @@
 #include "platform/framebuffer.h"
 #include "platform/input.h"
 #include "platform/script_player.h"
+#include "platform/scripts.h"
 #include "platform/surface.h"
 #include "platform/system.h"
 #include "platform/tablet.h"
@@ -27,6 +28,7 @@ struct WaitingState {
     long long LastPresented = 0;
     long long LastActivity = 0;       // when something happened or was presented
     std::set<const Surface*> Swapped; // since the last retrace
+    long long LastBreath = 0;         // amid work
     long Rings = 0;
 };
 
@@ -37,16 +39,22 @@ constexpr int PatienceWithPolling = 100, PatienceWithPauses = 500;
 constexpr long long IdleAfter = 1'000'000, IdleNap = 4 * TickMicroseconds;
 // Presenting is costly in software; nobody sees more than the display's retraces.
 constexpr long long PresentInterval = 14'000;
+// Taking in input costs work its time.
+constexpr long long BreathInterval = 50'000;
 
 void GiveScriptItsTurn(Pause pause) {
     const bool asked = std::exchange(Waiting.Asked, false);
     if (!ScriptIsPlaying())
         return;
+    if (pause == Pause::Work) {
+        PlayNextStep(ScriptTurn::AmidWork);
+        return;
+    }
     if (!(asked && QueueIsEmpty()) && ++Waiting.UnaskedPauses < PatienceWithPauses)
         return;
     Waiting.UnaskedPauses = 0;
     // Amid drawing only a drag can be told from work in hand, so only then all commands have their turn.
-    PlayNextStep(pause != Pause::Swap || AnyButtonHeld());
+    PlayNextStep(pause != Pause::Swap || AnyButtonHeld() ? ScriptTurn::AtRest : ScriptTurn::AmidDrawing);
 }
 
 // Nothing happens and nothing is held: nobody misses a few ticks.
@@ -75,6 +83,10 @@ void NoteEmptyHanded() {
         return;
     if (++Waiting.FruitlessAsking > PatienceWithPolling)
         LetTimePass(TickMicroseconds, Pause::Whole);
+}
+
+void HoldScript() {
+    Waiting.Asked = false;
 }
 
 void PresentSoon() {
@@ -174,6 +186,18 @@ int getvaluator(int valuator) {
 
 void sginap(long ticks) {
     LetTimePass(std::max(0L, ticks) * TickMicroseconds, ticks <= 1 ? Pause::Courtesy : Pause::Whole);
+}
+
+void BreatheAtWork() {
+    if (ClockIsVirtual()) {
+        LetTimePass(TickMicroseconds, Pause::Work);
+        return;
+    }
+    const long long now = ClockMicroseconds();
+    if (now - Waiting.LastBreath < BreathInterval)
+        return;
+    Waiting.LastBreath = now;
+    LetTimePass(0, Pause::Work);
 }
 
 void gsync() {

@@ -16,7 +16,8 @@ void PresentSoon();
 enum class Pause {
     Courtesy, // of a polling loop: ends early when input arrives
     Whole,    // lasts its time
-    Swap      // the retrace that swapping buffers stands for, amid drawing
+    Swap,     // the retrace that swapping buffers stands for, amid drawing
+    Work      // amid work that goes on
 };
 
 // To be called at the end of swapbuffers on a double-buffered window: a second swap of the same window means that a

@@ -22,6 +22,12 @@ ScreenWindow* Current() {
     return FindScreenWindow(CurrentId);
 }
 
+// What the program places need no longer fit the screen.
+void PlaceByProgram(ScreenWindow& window, const WindowRectangle& place) {
+    window.Fitted = false;
+    SetWindowPlace(window, place);
+}
+
 std::string Trimmed(const std::string& text) {
     const std::size_t first = text.find_first_not_of(' ');
     return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
@@ -94,7 +100,7 @@ void winconstraints() {
     window->Rules = rules;
     window->Rules.HasPlace = false;
     if (rules.HasPlace) {
-        SetWindowPlace(*window, {rules.PlaceX, rules.PlaceY, rules.PlaceWidth, rules.PlaceHeight});
+        PlaceByProgram(*window, {rules.PlaceX, rules.PlaceY, rules.PlaceWidth, rules.PlaceHeight});
         return;
     }
     const WindowRectangle place = window->Place;
@@ -102,7 +108,7 @@ void winconstraints() {
                                  ? AllowedSize(rules, {rules.PreferredWidth, rules.PreferredHeight}, Leading::Larger)
                                  : WithinLimits(rules, {place.Width, place.Height});
     // The top-left corner stays, as when the user pulls the lower right one.
-    SetWindowPlace(*window, {place.X, place.Y + place.Height - size.Height, size.Width, size.Height});
+    PlaceByProgram(*window, {place.X, place.Y + place.Height - size.Height, size.Width, size.Height});
 }
 
 int winopen(const char* title) {
@@ -143,12 +149,12 @@ int winget() {
 
 void winposition(int x1, int x2, int y1, int y2) {
     if (ScreenWindow* window = Current())
-        SetWindowPlace(*window, FromEdges(x1, x2, y1, y2));
+        PlaceByProgram(*window, FromEdges(x1, x2, y1, y2));
 }
 
 void winmove(int x, int y) {
     if (ScreenWindow* window = Current())
-        SetWindowPlace(*window, {x, y, window->Place.Width, window->Place.Height});
+        PlaceByProgram(*window, {x, y, window->Place.Width, window->Place.Height});
 }
 
 void winpop() {
@@ -209,16 +215,18 @@ int WindowParent(int id) {
 
 int FindWindowByTitle(const std::string& title) {
     const std::string wanted = Trimmed(title);
-    int beginning = 0;
+    int opened = 0, beginning = 0;
     const std::vector<ScreenWindow*> windows = WindowsByAge();
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
         const std::string found = Trimmed((*window)->Title);
         if (found == wanted)
             return (*window)->Id;
+        if (opened == 0 && !wanted.empty() && Trimmed((*window)->Name) == wanted)
+            opened = (*window)->Id;
         if (beginning == 0 && !wanted.empty() && found.starts_with(wanted))
             beginning = (*window)->Id;
     }
-    return beginning;
+    return opened ? opened : beginning;
 }
 
 int WindowAt(int x, int y) {
@@ -241,6 +249,14 @@ void MoveByFrame(int id, int x, int y) {
 void ToggleFit(int id) {
     if (ScreenWindow* window = FindScreenWindow(id); window && !window->Parent)
         FitOrRestore(*window);
+}
+
+bool PlaceBeforeFit(int id, WindowRectangle& place) {
+    const ScreenWindow* window = FindScreenWindow(id);
+    if (!window || !window->Fitted)
+        return false;
+    place = window->BeforeFit;
+    return true;
 }
 
 void PressCloseBox(int id) {

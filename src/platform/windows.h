@@ -84,8 +84,8 @@ bool WindowIsOpen(int id);
 WindowRectangle WindowPlace(int id);
 const std::string& WindowTitle(int id);
 int WindowParent(int id);
-// The newest window whose title, blanks at both ends removed, is `title`; if none, the newest whose title begins with
-// it; 0 when there is none.
+// The newest window whose title, blanks at both ends removed, is `title`; if none, the newest that opened with that
+// title; if none, the newest whose title begins with it; 0 when there is none.
 int FindWindowByTitle(const std::string& title);
 // The window whose content lies under a screen position, subwindows first; 0 for frames and the empty screen.
 int WindowAt(int x, int y);
@@ -96,5 +96,7 @@ void ResizeByFrame(int id, int width, int height);
 void MoveByFrame(int id, int x, int y);
 void ToggleFit(int id);
 void PressCloseBox(int id);
+// The place that a window which fits the screen goes back to; false for other windows.
+bool PlaceBeforeFit(int id, WindowRectangle& place);
 
 } // namespace gl

@@ -22,6 +22,10 @@ class Recordings : public Drawing {
                                       SPECULAR, 0.5f, 0.5f, 0.5f, SHININESS, 20,   LMNULL};
             lmdef(DEFMATERIAL, i, 0, material);
         }
+        for (int i = 0; i < 80; i++) {
+            const float material[] = {EMISSION, static_cast<float>(i) / 80, 0.1f, 0.3f, LMNULL};
+            lmdef(DEFMATERIAL, 100 + i, 0, material);
+        }
         std::vector<uint8_t> image(16 * 16 * 4);
         for (size_t i = 0; i < image.size(); i++)
             image[i] = static_cast<uint8_t>(i * 37 % 251);
@@ -126,6 +130,14 @@ TEST_F(Recordings, DrawWhatTheCallsDraw) {
         "mixed");
     Same(
         [] {
+            for (int i = 0; i < 80; i++) {
+                lmbind(MATERIAL, 100 + i);
+                Facets(40 + i, 1, true, false);
+            }
+        },
+        "more materials than a call can have");
+    Same(
+        [] {
             tevbind(0, 1);
             texbind(0, 1);
             Facets(6, 20, true, true);
@@ -197,10 +209,28 @@ TEST_F(Recordings, DrawWhatTheCallsDraw) {
                 translate(0.4, 0.3, 0.2);
             }
             linewidth(1);
+            pntsize(3);
             bgnpoint();
             for (const double* v : p)
                 v3d(v);
             endpoint();
+            pntsize(1);
+            facinglines(true);
+            for (int width = 1; width <= 2; width++) {
+                linewidth(width);
+                for (float side : {-1.0f, 1.0f}) {
+                    const float n[3] = {side, side, 1};
+                    n3f(n);
+                    cpack(0xFF0080FFu);
+                    bgnclosedline();
+                    for (const double* v : p)
+                        v3d(v);
+                    endclosedline();
+                    translate(0.4, 0.3, 0.2);
+                }
+            }
+            linewidth(1);
+            facinglines(false);
         },
         "lines and points");
     Same(
@@ -237,7 +267,7 @@ TEST_F(Recordings, MergeWhatBelongsTogether) {
         Facets(3, 10, false, false);
     }
     closeobj();
-    EXPECT_EQ(RecordingRuns(1), 2) << "one before and one after the change of material";
+    EXPECT_EQ(RecordingRuns(1), 1) << "materials do not part what is drawn by one call";
     EXPECT_GT(RecordingMemory(), 700 * 4 * 32);
     EXPECT_LT(RecordingMemory(), 700 * 4 * 64);
     delobj(1);
@@ -284,6 +314,68 @@ TEST_F(Recordings, NestAndAreReplacedAndDeleted) {
     LoadIdentity();
     callobj(2);
     EXPECT_EQ(Drawn(), 0);
+}
+
+// The outline of a unit square in the plane z = 0, with a normal of its own.
+void SquareFacing(double x, double y, float nx, float nz) {
+    const double corners[4][3] = {{x, y, 0}, {x + 1, y, 0}, {x + 1, y + 1, 0}, {x, y + 1, 0}};
+    const float n[3] = {nx, 0, nz};
+    n3f(n);
+    cpack(Red);
+    bgnclosedline();
+    for (const double* corner : corners)
+        v3d(corner);
+    endclosedline();
+}
+
+TEST_F(Recordings, LeaveOutLinesThatFaceAwayFromTheEye) {
+    makeobj(1);
+    SquareFacing(-2.5, 0, 0, 1);
+    SquareFacing(-0.5, 0, 0, -1);
+    SquareFacing(1.5, 0, -1, -0.1f); // turned to the eye by perspective alone
+    closeobj();
+    // As many planes as there are, which cut nothing away: the test of the normals comes after them.
+    const float everything[4] = {0, 0, 0, 1};
+    for (int plane = 0; plane < 6; plane++) {
+        clipplane(plane, CP_DEFINE, everything);
+        clipplane(plane, CP_ON, nullptr);
+    }
+    for (const bool parallel : {true, false}) {
+        if (parallel)
+            ortho(-3.2, 3.2, -2.4, 2.4, 1, 50);
+        else
+            perspective(269, 64.0 / 48, 1, 50); // 10 pixels a unit at the distance 10
+        LoadIdentity();
+        translate(0.05, 0.05, -10);
+        zbuffer(false);
+        ClearTo(0);
+        callobj(1);
+        const std::string all = Row(7, 29, 51);
+        EXPECT_EQ(std::count(all.begin(), all.end(), 'R'), 6) << all;
+        facinglines(true);
+        ClearTo(0);
+        callobj(1);
+        const std::string facing = Row(7, 29, 51);
+        EXPECT_EQ(facing.substr(0, 12), all.substr(0, 12));
+        EXPECT_EQ(facing.substr(15, 20), std::string(20, '.'));
+        EXPECT_EQ(facing.substr(38), parallel ? std::string(13, '.') : all.substr(38));
+        facinglines(false);
+    }
+}
+
+TEST_F(Recordings, CanBeDrawnInOneColour) {
+    makeobj(1);
+    SquareFacing(-0.5, -0.5, 0, 1);
+    closeobj();
+    ortho(-3.2, 3.2, -2.4, 2.4, 1, 50);
+    LoadIdentity();
+    translate(0.05, 0.05, -10);
+    ClearTo(0);
+    callobj(1, Green);
+    EXPECT_EQ(Row(25, 24, 14), "..G.........G.");
+    ClearTo(0);
+    callobj(1);
+    EXPECT_EQ(Row(25, 24, 14), "..R.........R.");
 }
 
 TEST_F(Recordings, TakeTheDefinitionsAndStateOfTheirReplay) {

@@ -190,6 +190,25 @@ TEST_F(Frames, AShrinkingScreenBringsWindowsBackUntilItGrowsAgain) {
     EXPECT_EQ(WindowPlace(middle), (WindowRectangle{100, 300, 200, 200}));
 }
 
+TEST_F(Frames, AFittedWindowFollowsTheScreenUntilItIsPlacedElsewhere) {
+    const int window = OpenAt("w", 100, 100, 200, 200);
+    const WindowRectangle before = WindowPlace(window);
+    WindowRectangle back;
+    EXPECT_FALSE(PlaceBeforeFit(window, back));
+    ToggleFit(window);
+    std::string error;
+    ASSERT_TRUE(AdoptScreenPixels(500, 400, error)) << error;
+    const WindowRectangle fitted{FrameBorder, FrameBorder, 500 - 2 * FrameBorder, 400 - 2 * FrameBorder - TitleHeight};
+    EXPECT_EQ(WindowPlace(window), fitted);
+    ASSERT_TRUE(PlaceBeforeFit(window, back));
+    EXPECT_EQ(back, (WindowRectangle{before.X, before.Y - 200, before.Width, before.Height}));
+    winset(window);
+    winposition(10, 109, 10, 109);
+    EXPECT_FALSE(PlaceBeforeFit(window, back));
+    ASSERT_TRUE(AdoptScreenPixels(800, 600, error)) << error;
+    EXPECT_EQ(WindowPlace(window), (WindowRectangle{10, 210, 100, 100}));
+}
+
 TEST_F(Frames, NewWindowsAvoidTheOthersAndStayOnTheScreen) {
     std::vector<WindowRectangle> outers;
     for (int i = 0; i < 4; i++) {
@@ -217,6 +236,9 @@ TEST_F(Frames, WindowsAreFoundByTitle) {
     EXPECT_EQ(FindWindowByTitle("Grid"), newer) << "then the newest that begins so";
     EXPECT_EQ(FindWindowByTitle("Subview 0"), view);
     EXPECT_EQ(FindWindowByTitle("nothing"), 0);
+    winset(grid);
+    wintitle("Another title");
+    EXPECT_EQ(FindWindowByTitle("Grid control"), grid) << "then the one that opened so";
     EXPECT_EQ(WindowParent(view), main);
     winclose(main);
     EXPECT_FALSE(WindowIsOpen(view)) << "subwindows go with their parent";

@@ -1,5 +1,6 @@
 #include "support/run_program.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -41,12 +42,41 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
     _exit(127);
 }
 
+// Kills a program when its time is up.
+class Killer {
+  public:
+    Killer(pid_t program, std::chrono::milliseconds after) : Program(program), Wanted(after.count() > 0) {
+        End = std::chrono::steady_clock::now() + after;
+    }
+
+    // How long to wait for anything else, as poll takes it.
+    int Timeout() const {
+        if (!Wanted)
+            return -1;
+        const auto left = End - std::chrono::steady_clock::now();
+        return static_cast<int>(std::max<long long>(0, std::chrono::ceil<std::chrono::milliseconds>(left).count()));
+    }
+
+    void KillWhenDue() {
+        if (!Wanted || std::chrono::steady_clock::now() < End)
+            return;
+        kill(Program, SIGKILL);
+        Wanted = false;
+    }
+
+  private:
+    pid_t Program;
+    bool Wanted;
+    std::chrono::steady_clock::time_point End;
+};
+
 // Reads both streams until the program has closed them.
-void Collect(int output, int errors, ProgramEnd& end) {
+void Collect(int output, int errors, Killer killer, ProgramEnd& end) {
     pollfd streams[] = {{output, POLLIN, 0}, {errors, POLLIN, 0}};
     std::string* const texts[] = {&end.Output, &end.Errors};
     for (int open = 2; open > 0;) {
-        poll(streams, 2, -1);
+        poll(streams, 2, killer.Timeout());
+        killer.KillWhenDue();
         for (int i = 0; i < 2; ++i) {
             if (!streams[i].revents)
                 continue;
@@ -86,7 +116,7 @@ ProgramEnd RunProgram(const ProgramStart& start) {
     close(errors[1]);
 
     ProgramEnd end;
-    Collect(output[0], errors[0], end);
+    Collect(output[0], errors[0], Killer(child, start.KillAfter), end);
     int status = 0;
     waitpid(child, &status, 0);
     if (WIFEXITED(status))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -13,6 +14,7 @@ struct ProgramStart {
     std::filesystem::path Directory = "/";                        // it starts in
     std::vector<std::pair<std::string, std::string>> Environment; // all of it
     int PendingSignal = 0; // waits for the program to unblock it: arrives as soon as its handlers stand
+    std::chrono::milliseconds KillAfter{0}; // when it is killed without warning; 0: never
 };
 
 /// What a program left behind.

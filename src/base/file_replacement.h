@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+/// A new version of a file, which takes the place of the old one in a single step once all of it is on the disk: after
+/// a failure or a kill at any moment the old one, whole, is what is found there. It is written beside its place under a
+/// hidden name, which the next attempt uses again. Links are followed: the file that they lead to is replaced, not
+/// they; owner and permissions stay. What is no plain file (a device, a pipe) is written in place.
+class FileReplacement {
+  public:
+    /// Stream() is null when nothing can be written there, or the old version may not be written; errno then says why.
+    explicit FileReplacement(const char* name);
+    /// Without Commit or PutInPlace nothing has happened.
+    ~FileReplacement();
+
+    FileReplacement(const FileReplacement&) = delete;
+    FileReplacement& operator=(const FileReplacement&) = delete;
+
+    std::FILE* Stream() const { return File; }
+
+    /// Whether there is an old version that would be lost.
+    bool Replaces() const { return OldVersion; }
+
+    /// Puts the new version into its place. 0, with errno set, when some of it could not be written.
+    int Commit() { return Finish() && PutInPlace(); }
+
+    // The same in two steps, each 0 with errno set when it fails; a backup may be made between them.
+
+    /// Writes what is left and waits until the disk has it.
+    int Finish();
+    /// Keeps the old version under its name with a suffix, too, replacing what is there.
+    int KeepOldVersion(const std::string& suffix);
+    int PutInPlace();
+
+  private:
+    bool Fail();
+    bool OpenBeside();
+    bool TakeOverPermissions() const;
+
+    std::string Place;  // links followed
+    std::string Hidden; // the new version's name; empty when writing in place
+    std::string Moved;  // where the old version is while it cannot be in both places
+    std::FILE* File = nullptr;
+    bool OldVersion = false;
+};
+
+/// Removes what a kill has left of a replacement of the file of that name.
+void RemoveUnfinishedReplacement(const char* name);
