@@ -25,6 +25,20 @@ struct {
     unsigned Releases = 0;
 } KnownSubObject;
 
+/// What every object starts with is no work to be saved.
+class NoWork {
+  public:
+    NoWork() : Saved(WorkSaved) {}
+
+    ~NoWork() { WorkSaved = Saved; }
+
+    NoWork(const NoWork&) = delete;
+    NoWork& operator=(const NoWork&) = delete;
+
+  private:
+    int Saved;
+};
+
 void EnsureSceneRoot() {
     if (CurrentFile->Scene)
         return;
@@ -98,8 +112,10 @@ Polygon* FirstSelectedPolygon() {
 
 SubObject*& FirstSubObject() {
     Object* object = CurrentObject();
-    if (!object->FirstSubObject)
+    if (!object->FirstSubObject) {
+        const NoWork scope;
         AddSubObject("SubObject1");
+    }
     return object->FirstSubObject;
 }
 
@@ -126,6 +142,7 @@ SubObject*& SelectedSubObject() {
 Lod*& FirstLod() {
     Object* object = CurrentObject();
     if (!object->FirstLod) {
+        const NoWork scope;
         SubObject* first = FirstSubObject();
         AddLod("Lod1");
         AddLodBead(first);

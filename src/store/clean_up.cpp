@@ -3,6 +3,7 @@
 #include "base/debug.h"
 #include "geometry/vectors.h"
 #include "store/accessors.h"
+#include "store/appearance.h"
 #include "store/connections.h"
 #include "store/normals.h"
 #include "store/selection_lists.h"
@@ -10,6 +11,7 @@
 
 void CleanUpObject() {
     Object* object = CurrentObject();
+    const bool stale = !object->ConnectionsOK || !object->NormalsOK;
     if (!object->ConnectionsOK) {
         Trace("Connections remade\n");
         SortObject();
@@ -27,6 +29,8 @@ void CleanUpObject() {
         ConnectSelectedVertices();
     if (object->PolygonSelectionChanged)
         ConnectSelectedPolygons();
+    if (stale)
+        ObjectWasCleanedUp(object);
 }
 
 void ChangeObjectRadius(const double* point) {

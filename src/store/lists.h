@@ -45,6 +45,16 @@ struct LinkedList {
         last = record;
     }
 
+    /// Exchanges a record with the one after it, which must exist.
+    static void ExchangeWithNext(Record*& head, Record* record) {
+        Record* next = record->*NextLink;
+        Remove(head, next);
+        if (record->*PrevLink)
+            InsertAfter(record->*PrevLink, next);
+        else
+            InsertFirst(head, next);
+    }
+
     /// Takes the record off its list. Its own links are left as they were.
     static void Remove(Record*& head, Record* record) {
         if (record->*PrevLink)

@@ -2,6 +2,7 @@
 
 #include "base/memory.h"
 #include "store/accessors.h"
+#include "store/appearance.h"
 #include "store/polygon_scan.h"
 #include "store/pools.h"
 #include "store/storage.h"
@@ -89,5 +90,6 @@ void SearchAndReplaceMaterial(Material* old, Material* replacement) {
         if (polygon->Texture && polygon->TextureMaterial == old)
             polygon->TextureMaterial = replacement;
     });
+    EveryAppearanceChanged();
     WorkSaved = 0;
 }

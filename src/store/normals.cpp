@@ -6,6 +6,7 @@
 #include "store/accessors.h"
 #include "store/connections.h"
 #include "store/polygon_editing.h"
+#include "store/pools.h"
 #include "store/storage.h"
 #include "store/walks.h"
 
@@ -204,6 +205,11 @@ void GenerateNormals() {
         // A model just read is not changed work because it held a polygon that nobody can see.
         WorkSaved = workSaved;
     }
+    double min[3], max[3];
+    std::copy_n(object->Min, 3, min);
+    std::copy_n(object->Max, 3, max);
     BoundAndSmooth(object);
     SetRadius(object);
+    if (!std::equal(min, min + 3, object->Min) || !std::equal(max, max + 3, object->Max))
+        SceneChangedSize = 1;
 }

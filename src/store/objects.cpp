@@ -4,6 +4,7 @@
 #include "base/exit.h"
 #include "base/memory.h"
 #include "store/accessors.h"
+#include "store/appearance.h"
 #include "store/polygon_editing.h"
 #include "store/pools.h"
 #include "store/sorting.h"
@@ -44,6 +45,7 @@ Object* AddObject(const char* name, int sort, int reuse) {
 }
 
 void FreeObject(Object* object) {
+    ObjectIsFreed(object);
     Object* previous = CurrentFile->CurrentObject;
     // The editing calls look for the current object, which a file without a list would make anew.
     Object* list = CurrentFile->FirstObject;

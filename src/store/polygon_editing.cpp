@@ -1,6 +1,7 @@
 #include "store/polygon_editing.h"
 
 #include "store/accessors.h"
+#include "store/appearance.h"
 #include "store/pools.h"
 #include "store/storage.h"
 #include "store/walks.h"
@@ -45,6 +46,12 @@ void ReleaseWithUnusedVertices(Polygon* polygon) {
         if (--bead->Vertex->Uses == 0)
             DeleteVertex(bead->Vertex);
     LosePolygon(polygon);
+}
+
+/// A polygon that is in no model yet shows nowhere.
+void NoteChange(const Polygon* polygon) {
+    if (polygon->SubObject)
+        AppearanceChanged(polygon);
 }
 
 } // namespace
@@ -106,6 +113,7 @@ void CopyPolygonInfo(Polygon* destination, const Polygon* source) {
     destination->Texture = source->Texture;
     destination->LightGroup = source->LightGroup;
     destination->Flags = source->Flags;
+    NoteChange(destination);
 }
 
 Polygon* CopyOfPolygon(const Polygon* polygon, int useCopies) {
@@ -205,4 +213,6 @@ void DeletePolygonBeadList(PolygonBead* first, int deleteVertices) {
 
 void CopyPolygonBeadInfo(PolygonBead* destination, const PolygonBead* source) {
     std::memcpy(destination->TexCoord, source->TexCoord, sizeof destination->TexCoord);
+    if (destination->Polygon)
+        NoteChange(destination->Polygon);
 }

@@ -3,6 +3,7 @@
 #include "base/exit.h"
 #include "base/memory.h"
 #include "base/record_chunks.h"
+#include "store/appearance.h"
 #include "store/walks.h"
 
 #include <cstring>
@@ -159,6 +160,7 @@ SubObject* NewSubObject() {
 }
 
 void FreeSubObject(SubObject* subObject) {
+    SubObjectIsFreed(subObject);
     ++SubObjectReleases;
     SubObjectPool.Release(subObject);
 }
@@ -207,6 +209,7 @@ Branch* NewBranch() {
 }
 
 void FreeBranch(Branch* branch) {
+    SceneChangedSize = 1;
     BranchPool.Release(branch);
 }
 

@@ -45,7 +45,7 @@ Lod* NewLod();
 void FreeLod(Lod* lod);
 void FreeSpareLods();
 
-/// A visible branch without name or object, placed by the identity. Sets SceneChangedSize.
+/// A visible branch without name or object, placed by the identity. Sets SceneChangedSize, as does FreeBranch.
 Branch* NewBranch();
 /// Releases the record only: its name and subtree are the caller's.
 void FreeBranch(Branch* branch);
@@ -76,7 +76,8 @@ Texture* NewTexture();
 /// Null is ignored.
 void FreeTexture(Texture* texture);
 
-/// Set whenever a branch is created or the scene is replaced: the scene radius must be computed anew.
+/// Set whenever a branch is created or released, the scene is replaced, or an object's box changes: the scene radius
+/// must be computed anew.
 extern int SceneChangedSize;
 
 /// How many beads and sub-objects have been released so far: hints about chains and lists hold only while it stays the

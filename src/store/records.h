@@ -224,9 +224,11 @@ struct WorkPolyBead {
 /// One corner of a polygon that is being clipped for drawing or picking. Pooled, singly linked.
 struct ClipBead {
     ClipBead* Next;
-    float Position[3];
+    float Position[3]; // model space, or scene space of a placed object
     float Normal[3];
     float TexCoord[2];
+    float Eye[3]; // eye space
+    std::uint32_t Outcode;
 };
 
 /// One file's data.

@@ -1,6 +1,7 @@
 #include "store/selection_lists.h"
 
 #include "store/accessors.h"
+#include "store/appearance.h"
 #include "store/walks.h"
 
 int LastSelectionWasQstrip;
@@ -26,6 +27,7 @@ void ConnectSelectedVertices() {
             Push<&Vertex::NextInSubset>(object->FirstLooseVertex, vertex);
     }
     object->VertexSelectionChanged = 0;
+    VertexSelectionWasMade(object);
 }
 
 void ConnectSelectedPolygons() {
@@ -36,4 +38,5 @@ void ConnectSelectedPolygons() {
         if (polygon->Selected)
             Push<&Polygon::NextSelected>(object->FirstSelectedPolygon, polygon);
     object->PolygonSelectionChanged = 0;
+    PolygonSelectionWasMade(object);
 }

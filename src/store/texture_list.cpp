@@ -1,12 +1,16 @@
 #include "store/texture_list.h"
 
+#include "base/memory.h"
 #include "store/accessors.h"
+#include "store/appearance.h"
 #include "store/polygon_scan.h"
 #include "store/pools.h"
 #include "store/storage.h"
 #include "store/walks.h"
 
 #include <cstring>
+#include <string>
+#include <unordered_map>
 
 namespace {
 
@@ -14,20 +18,56 @@ using TextureList = LinkedList<&Texture::Next, &Texture::Prev>;
 
 TailHint<&Texture::Next, &Texture::Prev> LastTexture;
 
+/// The first textures of their names in the list that begins with Head; made when first asked for.
+struct NameIndex {
+    const Texture* Head = nullptr;
+    std::unordered_map<std::string, Texture*> ByName;
+
+    void Forget() {
+        Head = nullptr;
+        ByName.clear();
+    }
+
+    void Add(Texture* texture) { ByName.try_emplace(texture->FileName ? texture->FileName : "", texture); }
+
+    Texture* Find(const char* name) {
+        if (Head != FirstTexture()) {
+            Forget();
+            Head = FirstTexture();
+            for (Texture* texture : Along<&Texture::Next>(FirstTexture()))
+                Add(texture);
+        }
+        const auto found = ByName.find(name);
+        return found == ByName.end() ? nullptr : found->second;
+    }
+};
+
+NameIndex Names;
+
 } // namespace
 
 void AddTextureToList(Texture* texture) {
-    LastTexture.Append(FirstTexture(), texture);
+    Texture*& first = FirstTexture();
+    if (first && first == Names.Head)
+        Names.Add(texture);
+    else
+        Names.Forget();
+    LastTexture.Append(first, texture);
     if (!Mergeing)
         CurrentTexture() = texture;
     WorkSaved = 0;
 }
 
 Texture* TextureExists(const char* fileName) {
-    for (Texture* texture : Along<&Texture::Next>(FirstTexture()))
-        if (std::strcmp(texture->FileName, fileName) == 0)
-            return texture;
-    return nullptr;
+    return Names.Find(fileName);
+}
+
+void RenameTexture(Texture* texture, const char* fileName) {
+    char* copy = CopyOfString(fileName);
+    Free(texture->FileName);
+    texture->FileName = copy;
+    Names.Forget();
+    WorkSaved = 0;
 }
 
 void DeleteTexture(Texture* texture) {
@@ -35,6 +75,7 @@ void DeleteTexture(Texture* texture) {
         CurrentTexture() = texture->Next ? texture->Next : texture->Prev;
     TextureList::Remove(FirstTexture(), texture);
     LastTexture.Forget(texture);
+    Names.Forget();
     FreeTexture(texture);
     WorkSaved = 0;
 }
@@ -49,6 +90,7 @@ void FreeAllTextures() {
         LastTexture.Forget(texture);
         FreeTexture(texture);
     }
+    Names.Forget();
     FirstTexture() = nullptr;
     if (!Mergeing)
         CurrentTexture() = nullptr;
@@ -71,5 +113,6 @@ void SearchAndReplaceTexture(Texture* old, Texture* replacement) {
         if (polygon->Texture == old)
             polygon->Texture = replacement;
     });
+    EveryAppearanceChanged();
     WorkSaved = 0;
 }

@@ -10,6 +10,9 @@ void AddTextureToList(Texture* texture);
 /// The first texture with this file name, or null.
 Texture* TextureExists(const char* fileName);
 
+/// Gives a texture of the list a copy of the file name: names must not be changed otherwise.
+void RenameTexture(Texture* texture, const char* fileName);
+
 /// Takes the texture off the list and frees it; a deleted current texture is succeeded by a neighbour. Polygons that
 /// use it are not changed: replace it first.
 void DeleteTexture(Texture* texture);
