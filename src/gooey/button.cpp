@@ -242,3 +242,11 @@ Gadget* AddButtons(int x, int y, int width, int flags, int count, const char* co
 void SetButtonsMinX(Gadget* head, int x) {
     GadgetData<ButtonGroup>(head).MinX = x;
 }
+
+void MoveButtons(Gadget* head, int x) {
+    const int offset = head->Next ? x - GadgetData<Button>(head->Next).X : 0;
+    for (Gadget* member = head->Next; member; member = member->Next) {
+        GadgetData<Button>(member).X += offset;
+        GadgetData<Button>(member).TextX += offset;
+    }
+}

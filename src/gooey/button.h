@@ -62,3 +62,6 @@ Gadget* AddButtons(int x, int y, int width, int flags, int count, const char* co
 
 /// Keeps a right-anchored group from moving left of x when the window is narrow.
 void SetButtonsMinX(Gadget* head, int x);
+
+/// Moves a group that counts from the window's left edge: its first button's left edge goes to x.
+void MoveButtons(Gadget* head, int x);

@@ -27,7 +27,7 @@ void DrawFatTick(const GadgetBox& square, std::uint32_t edge, std::uint32_t insi
 
 void DrawSquare(const CheckBox& check) {
     GadgetBox square = SquareOf(check);
-    std::uint32_t background = CurrentWindow->Background ? CurrentWindow->Background : DefaultWindowBackground;
+    std::uint32_t background = BackgroundOf(CurrentWindow);
     DrawFatTick(square, background, background);
     SetColour(White);
     DrawFrame(square.X, square.Y, square.Width, square.Height, check.Flags & CheckBlack ? ShadeBlack : ShadeFull);

@@ -6,6 +6,7 @@
 #include "base/memory.h"
 
 #include "platform/events.h"
+#include "platform/scripts.h"
 
 int InputChangePending = 1;
 
@@ -78,6 +79,33 @@ void QueueEvent(int device, short value) {
     PendingEvents.Append(event);
 }
 
+namespace {
+
+/// Takes every waiting event out and puts those back, in their order, that keep(device, value) wants.
+template <class Keep>
+void SiftEvents(Keep keep) {
+    EventsToPurge = PendingEvents;
+    PendingEvents = {};
+    Purging = true;
+    while (EventsPending()) {
+        short value = 0;
+        const int device = ReadEvent(value);
+        if (keep(device, value))
+            QueueEvent(device, value);
+    }
+    Purging = false;
+    // Without a window left nothing is pending, but the records still are.
+    while (EventsToPurge.Head) {
+        QueuedEvent* event = EventsToPurge.TakeFirst();
+        event->Next = SpareEvents;
+        SpareEvents = event;
+    }
+    if (PendingEvents.Head)
+        gl::HoldScript();
+}
+
+} // namespace
+
 int EventsPending() {
     if (!WindowList)
         return 0;
@@ -114,20 +142,15 @@ void FreeEventQueue() {
 
 void PurgeWindowEvents(int gid) {
     int inputWindow = CurrentWindow ? CurrentWindow->Gid : -1;
-    EventsToPurge = PendingEvents;
-    PendingEvents = {};
-    Purging = true;
-    while (EventsPending()) {
-        short value = 0;
-        int device = ReadEvent(value);
-        if (SurvivesPurge(device, value, gid, inputWindow))
-            QueueEvent(device, value);
-    }
-    Purging = false;
-    // Without a window left nothing is pending, but the records still are.
-    while (EventsToPurge.Head) {
-        QueuedEvent* event = EventsToPurge.TakeFirst();
-        event->Next = SpareEvents;
-        SpareEvents = event;
-    }
+    SiftEvents([&](int device, short value) { return SurvivesPurge(device, value, gid, inputWindow); });
+}
+
+int TakeWaitingKey(int character) {
+    int taken = 0;
+    SiftEvents([&](int device, short value) {
+        const bool takes = !taken && device == gl::KEYBD && value == character;
+        taken |= takes;
+        return !takes;
+    });
+    return taken;
 }

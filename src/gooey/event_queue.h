@@ -17,6 +17,10 @@ int EventsPending();
 /// Takes the next event: its device, and its value in `value`. Waits when there is none.
 int ReadEvent(short& value);
 
+/// 1 when a key with this character has been typed among the events that wait; it is taken out, all others keep their
+/// order. For work that a key cancels.
+int TakeWaitingKey(int character);
+
 /// Drops the program's own events and their spare records.
 void FreeEventQueue();
 

@@ -116,7 +116,9 @@ ScriptResult FillField(ScriptCall& call) {
     if (!FindTarget(call, "text input", 3, {"text"}, nullptr, target))
         return ScriptResult::Failed;
     ClickMiddle(call, target.Box);
-    call.Key("Escape");
+    // In an empty input the key may close the window.
+    if (!target.View.Description.Text.empty())
+        call.Key("Escape");
     call.Type(call.Words[2]);
     call.Key("Return");
     return ScriptResult::Done;

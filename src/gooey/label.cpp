@@ -52,6 +52,13 @@ Gadget* AddDimText(int x, int y, const char* text, int bigFont) {
     return AddLabel(x, y, text, bigFont, DimGrey);
 }
 
+void SetText(Gadget* gadget, const char* text) {
+    Label& label = GadgetData<Label>(gadget);
+    char* replaced = label.Text;
+    label.Text = OwnedText(text);
+    FreeOwnedText(replaced);
+}
+
 Gadget* AddBackdrop() {
     return AddGadget(DrawBackdrop, nullptr, 0);
 }

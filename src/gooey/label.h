@@ -13,6 +13,8 @@ struct Label {
 /// Adds a text in white, and one in grey. The text is copied.
 Gadget* AddText(int x, int y, const char* text, int bigFont);
 Gadget* AddDimText(int x, int y, const char* text, int bigFont);
+/// Exchanges the text of one of these; to be drawn with its window.
+void SetText(Gadget* gadget, const char* text);
 
 /// Adds a gadget that clears the window to its background; goes first in windows without a draw function.
 Gadget* AddBackdrop();

@@ -14,6 +14,7 @@
 
 #include "platform/drawing.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -23,15 +24,57 @@ constexpr int TitlePadding = 24;
 /// From the top of the window to the baseline of the labels, and to the top-left corner of an open menu.
 constexpr int LabelBelowTop = 24, MenuBelowTop = 39;
 constexpr int ShadeBar = 8;
+/// Titles that move together keep so much between their labels.
+constexpr int LeastPadding = 8;
+/// Right of the last title, and right of the end of a bracket.
+constexpr int BarMargin = 24, ChopMargin = 16;
+
+/// The window's own width while a bracket is drawn; 0 at other times.
+int WidthBehindChop = 0;
+
+int RealWidth() {
+    return WidthBehindChop ? WidthBehindChop : CurrentWindow->Width;
+}
+
+int TitleCount(const PullDownBar& bar) {
+    int count = 0;
+    for (const MenuTitle* title = bar.Titles; title; title = title->Next)
+        ++count;
+    return count;
+}
+
+int LabelWidths(const PullDownBar& bar) {
+    int width = 0;
+    for (const MenuTitle* title = bar.Titles; title; title = title->Next)
+        width += title->Items->LabelWidth;
+    return width;
+}
+
+int PaddingOf(const PullDownBar& bar) {
+    if (!bar.Reserve)
+        return TitlePadding;
+    int room = RealWidth() - bar.Reserve - ChopMargin - BarMargin - FirstTitleX - LabelWidths(bar);
+    return std::clamp(room / std::max(1, TitleCount(bar)), LeastPadding, TitlePadding);
+}
+
+void PlaceTitles(const PullDownBar& bar) {
+    int x = FirstTitleX, padding = PaddingOf(bar);
+    for (MenuTitle* title = bar.Titles; title; title = title->Next) {
+        title->X = x;
+        title->Y = CurrentWindow->Height - PullDownBarHeight;
+        title->Width = title->Items->LabelWidth + padding;
+        x += title->Width;
+    }
+}
 
 void DrawBar(Gadget* gadget) {
+    PlaceTitles(GadgetData<PullDownBar>(gadget));
     SetColour(White);
     DrawBox(0, CurrentWindow->Height - PullDownBarHeight, CurrentWindow->Width, PullDownBarHeight, ShadeBar);
     gl::cpack(Black);
-    for (MenuTitle* title = GadgetData<PullDownBar>(gadget).Titles; title; title = title->Next) {
-        title->Y = CurrentWindow->Height - PullDownBarHeight;
-        DrawMenuText(title->X + TitlePadding / 2, CurrentWindow->Height - LabelBelowTop, title->Label);
-    }
+    for (MenuTitle* title = GadgetData<PullDownBar>(gadget).Titles; title; title = title->Next)
+        DrawMenuText(title->X + (title->Width - title->Items->LabelWidth) / 2, CurrentWindow->Height - LabelBelowTop,
+                     title->Label);
 }
 
 MenuTitle* TitleUnderPointer(const PullDownBar& bar) {
@@ -85,6 +128,7 @@ void FreeBar(Gadget* gadget) {
 }
 
 void DescribeBar(const Gadget* gadget, GadgetDescription& description) {
+    PlaceTitles(GadgetData<PullDownBar>(gadget));
     int bottom = CurrentWindow->Height - PullDownBarHeight;
     description.Box = {0, bottom, 0, PullDownBarHeight};
     for (const MenuTitle* title = GadgetData<PullDownBar>(gadget).Titles; title; title = title->Next) {
@@ -111,27 +155,30 @@ MenuTitle* BuildTitle(const MenuEntry* menu, int x) {
 /// What the two ends of a bracket share: the data of its start.
 struct MenuChop {
     std::int32_t ChopX;
-    /// The window's width while the bar is drawn; 0 at other times.
-    std::int32_t SavedWidth;
+    /// The bar inside, or null.
+    Gadget* Bar;
 };
 
 /// The bracket that has been begun.
 Gadget* ChopBegun = nullptr;
 
+int ChopXOf(const MenuChop& chop) {
+    return chop.ChopX - (chop.Bar ? PullDownBarShift(chop.Bar) : 0);
+}
+
 void DrawChopStart(Gadget* gadget) {
-    MenuChop& chop = GadgetData<MenuChop>(gadget);
-    chop.SavedWidth = CurrentWindow->Width;
-    CurrentWindow->Width = chop.ChopX;
+    int end = ChopXOf(GadgetData<MenuChop>(gadget));
+    WidthBehindChop = CurrentWindow->Width;
+    CurrentWindow->Width = end;
 }
 
 void DrawChopEnd(Gadget* gadget) {
-    MenuChop& chop = *GadgetData<MenuChop*>(gadget);
-    if (!chop.SavedWidth)
+    if (!WidthBehindChop)
         return;
-    CurrentWindow->Width = std::exchange(chop.SavedWidth, 0);
-    gl::cpack(CurrentWindow->Background ? CurrentWindow->Background : DefaultWindowBackground);
-    gl::rectfi(chop.ChopX, CurrentWindow->Height - PullDownBarHeight, CurrentWindow->Width - 1,
-               CurrentWindow->Height - 1);
+    CurrentWindow->Width = std::exchange(WidthBehindChop, 0);
+    gl::cpack(BackgroundOf(CurrentWindow));
+    gl::rectfi(ChopXOf(*GadgetData<MenuChop*>(gadget)), CurrentWindow->Height - PullDownBarHeight,
+               CurrentWindow->Width - 1, CurrentWindow->Height - 1);
 }
 
 } // namespace
@@ -151,7 +198,9 @@ Gadget* AddPullDownMenu(const MenuEntry* const* menus, void (*callback)(int id))
         x += (*link)->Width;
         link = &(*link)->Next;
     }
-    GooeyRight = x + 24;
+    GooeyRight = x + BarMargin;
+    if (ChopBegun)
+        GadgetData<MenuChop>(ChopBegun).Bar = gadget;
     return gadget;
 }
 
@@ -167,9 +216,18 @@ Gadget* AddMenuChopEnd() {
         EndForMisuse("Menu chop has no start\a\n");
     MenuChop& chop = GadgetData<MenuChop>(std::exchange(ChopBegun, nullptr));
     chop.ChopX = GooeyRight;
-    GooeyRight += 16;
+    GooeyRight += ChopMargin;
     Gadget* gadget = CreateGadget<MenuChop*>();
     GadgetData<MenuChop*>(gadget) = &chop;
     gadget->DrawFn = DrawChopEnd;
     return gadget;
+}
+
+void ReserveRightOfBar(Gadget* bar, int reserve) {
+    GadgetData<PullDownBar>(bar).Reserve = reserve;
+}
+
+int PullDownBarShift(const Gadget* bar) {
+    const PullDownBar& titles = GadgetData<PullDownBar>(bar);
+    return TitleCount(titles) * (TitlePadding - PaddingOf(titles));
 }

@@ -22,6 +22,8 @@ struct MenuTitle {
 struct PullDownBar {
     void (*Callback)(int id);
     MenuTitle* Titles;
+    /// Pixels at the window's right edge that the titles leave free when that is possible, by moving closer together.
+    std::int32_t Reserve;
 };
 
 /// Adds a bar along the top of the current window, with a null-terminated array of menu tables, each beginning with a
@@ -33,3 +35,9 @@ Gadget* AddPullDownMenu(const MenuEntry* const* menus, void (*callback)(int id))
 /// window's background. Both return the gadgets that do it; they are shown and hidden together with the bar.
 Gadget* AddMenuChopStart();
 Gadget* AddMenuChopEnd();
+
+/// Moves the titles of a bar, and the end of its bracket, closer together in a window that is too narrow for them and
+/// for `reserve` pixels right of the bracket; in a wide one they lie as they were added. 0: they never move.
+void ReserveRightOfBar(Gadget* bar, int reserve);
+/// How far the bracket of a bar ends left of where it ends in a wide window; as the window is now.
+int PullDownBarShift(const Gadget* bar);

@@ -45,9 +45,12 @@ void DirtyAllWindows() {
 }
 
 void RedrawDirtyWindows() {
-    for (Window* window = WindowList; window; window = window->Next)
-        if (window->Dirty)
-            RedrawWindow(window);
+    // Drawing one window may make another dirty, as views do with the status line: that one need not wait for the next
+    // pass.
+    for (int round = 0; round < 2; ++round)
+        for (Window* window = WindowList; window; window = window->Next)
+            if (window->Dirty)
+                RedrawWindow(window);
 }
 
 void DrawGooeyWindow() {
@@ -57,6 +60,6 @@ void DrawGooeyWindow() {
 }
 
 void ClearWindow() {
-    gl::cpack(CurrentWindow->Background ? CurrentWindow->Background : DefaultWindowBackground);
+    gl::cpack(BackgroundOf(CurrentWindow));
     gl::clear();
 }

@@ -4,6 +4,8 @@
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 
+#include "platform/windows.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cstdio>
@@ -39,7 +41,8 @@ Json ReportOf(Window* window) {
     Json gadgets = Json::array();
     for (const GadgetView& view : GadgetsOf(window))
         gadgets.push_back(ReportOf(view));
-    Json report = {{"title", window->Title ? window->Title : ""}};
+    // The title as it is shown now, and the name that it opened with, by which children know it.
+    Json report = {{"title", gl::WindowTitle(window->Gid)}, {"name", window->Title ? window->Title : ""}};
     report.update(PlaceOf({window->X, window->Y, window->Width, window->Height}));
     report["disabled"] = window->Disabled;
     report["parent"] = nullptr;

@@ -80,7 +80,7 @@ void DrawChange(const Slider& slider) {
     DrawTrack(slider);
     if (!slider.Print)
         return;
-    gl::cpack(CurrentWindow->Background ? CurrentWindow->Background : DefaultWindowBackground);
+    gl::cpack(BackgroundOf(CurrentWindow));
     int y = track.Y - SpacingOf(slider).ToValue;
     gl::rectfi(track.X - 8, y - font.Descent - 1, track.X + track.Width + 7, track.Y - 5);
     PrintValue(slider);

@@ -49,7 +49,7 @@ void QueueDevices() {
         gl::REDRAWICONIC, gl::WINQUIT,      gl::WINSHUT,       gl::LEFTMOUSE,    gl::MIDDLEMOUSE,   gl::RIGHTMOUSE,
         gl::LEFTARROWKEY, gl::DOWNARROWKEY, gl::RIGHTARROWKEY, gl::UPARROWKEY,   gl::INSERTKEY,     gl::PAGEUPKEY,
         gl::PAGEDOWNKEY,  gl::HOMEKEY,      gl::ENDKEY,        gl::LEFTSHIFTKEY, gl::RIGHTSHIFTKEY, gl::LEFTALTKEY,
-        gl::RIGHTALTKEY,  gl::LEFTCTRLKEY,  gl::RIGHTCTRLKEY,
+        gl::RIGHTALTKEY,  gl::LEFTCTRLKEY,  gl::RIGHTCTRLKEY,  gl::TABKEY,
     };
     for (int device : devices)
         gl::qdevice(device);
@@ -156,15 +156,20 @@ void MeasureScreen() {
 Window* OpenWindow(const char* title, int flags, std::uint32_t background, void (*focusFn)(), void (*drawFn)(),
                    void (*eventFn)(int, short), void (*closeFn)(), std::size_t dataSize, Window* parent) {
     if (InputChangePending) {
+        // The window at hand need not be the one under the pointer: a handler may work in another.
+        const int input = gl::InputWindow();
         if (CurrentWindow)
-            gl::qenter(gl::INPUTCHANGE, static_cast<short>(CurrentWindow->Gid));
+            gl::qenter(gl::INPUTCHANGE, static_cast<short>(input ? input : CurrentWindow->Gid));
         InputChangePending = 0;
     }
     if (DeveloperBuild && !WindowList)
         gl::foreground();
 
     Window* window = static_cast<Window*>(AllocateZeros(sizeof(Window)));
-    window->Gid = (flags & WindowInParent) && parent ? gl::swinopen(parent->Gid) : gl::winopen(title);
+    const bool inside = (flags & WindowInParent) && parent;
+    window->Gid = inside ? gl::swinopen(parent->Gid) : gl::winopen(title);
+    if (inside)
+        gl::wintitle(title);
     if (window->Gid > MaxWindow)
         MaxWindow = window->Gid;
     Append(window);

@@ -63,6 +63,12 @@ extern Window* CurrentWindow;
 extern std::int32_t MaxWindow;
 /// The background of windows that have none of their own, 0x00BBGGRR; a preference.
 extern std::uint32_t DefaultWindowBackground;
+
+/// What the window is cleared to, 0x00BBGGRR.
+inline std::uint32_t BackgroundOf(const Window* window) {
+    return window->Background ? window->Background : DefaultWindowBackground;
+}
+
 /// The largest x and y of the screen, in pixels; they follow the desktop window, measured at every event.
 extern int hres, vres;
 void MeasureScreen();

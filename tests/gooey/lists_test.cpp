@@ -7,7 +7,6 @@
 #include "gooey/scroll_window.h"
 
 #include "platform/events.h"
-#include "platform/scripts.h"
 
 #include <algorithm>
 
@@ -27,18 +26,12 @@ void NoteDraw(int x, int y, int width, int height, int hOffset, int vOffset) {
     DrawBox(x, y, width, height, ShadeLowered);
 }
 
-gl::ScriptResult TurnWheel(gl::ScriptCall& call) {
-    gl::qenter(call.Words[1] == "x" ? gl::WHEELX : gl::WHEELY, static_cast<short>(std::stoi(call.Words[2])));
-    return gl::ScriptResult::Done;
-}
-
 } // namespace
 
 class Lists : public ToolkitTest {
   protected:
     void SetUp() override {
         ToolkitTest::SetUp();
-        gl::AddScriptCommand("wheel", TurnWheel);
         Configured = 0;
     }
 
@@ -161,13 +154,13 @@ TEST_F(Lists, ClicksOnTheContentGoToTheWindow) {
 
 TEST_F(Lists, TheWheelScrollsWhatIsUnderThePointer) {
     const ScrollWindow& s = ScrollOf(Add(ScrollHorizontal | ScrollVertical, 1000, 1000));
-    Play("in Lists\nmove 100 100\nwheel y -120");
+    Play("in Lists\nwheel 100 100 -1");
     EXPECT_EQ(s.VOffset, 60);
-    Play("wheel y 240");
+    Play("wheel 100 100 2");
     EXPECT_EQ(s.VOffset, 0);
-    Play("wheel x 120");
+    Play("wheel 100 100 0 1");
     EXPECT_EQ(s.HOffset, 60);
-    Play("move 280 280\nwheel y -120");
+    Play("wheel 280 280 -1");
     EXPECT_EQ(s.VOffset, 0);
 }
 

@@ -24,7 +24,6 @@
 #include "base/memory.h"
 
 #include "platform/events.h"
-#include "platform/scripts.h"
 #include "platform/system.h"
 #include "platform/windows.h"
 
@@ -226,18 +225,13 @@ class Storm {
             return "key " + Key();
         case 11:
             if (Below(3) == 0)
-                return "wheel " + std::to_string(Below(600) - 300);
+                return "wheel " + Position() + " " + std::to_string((Below(600) - 300) / 120.0);
             [[fallthrough]];
         default:
             return Below(4) ? "wait " + std::to_string(Below(60)) : "doubleclick left " + Position();
         }
     }
 };
-
-gl::ScriptResult TurnWheel(gl::ScriptCall& call) {
-    gl::qenter(gl::WHEELY, static_cast<short>(std::atoi(call.Words[1].c_str())));
-    return gl::ScriptResult::Done;
-}
 
 Window* NewestWindow() {
     Window* newest = WindowList;
@@ -274,7 +268,6 @@ TEST_F(StormTest, LosesNoWindow) {
     MainWindow = Open("Storm", 100, 100, WindowWidth, WindowHeight, WindowDoubleBuffered);
     MainWindow->EventFn = Event;
     BuildEverything();
-    gl::AddScriptCommand("wheel", TurnWheel);
     Storm storm(20250413);
     for (int played = 0; played < EventsWanted(); played += EventsPerScript) {
         ASSERT_NE(Play("in Storm\n" + storm.Script(EventsPerScript)), -1) << "after " << played << " events";

@@ -178,6 +178,21 @@ TEST_F(WindowEvents, OpeningAWindowLeavesTheInputWhereItWas) {
     EXPECT_EQ(CurrentWindow, a);
 }
 
+TEST_F(WindowEvents, AWindowOpenedByWorkInAnotherLeavesTheInputUnderThePointer) {
+    static Window* b;
+    Window* a = Open("A", 50, 100, 200, 100);
+    b = Open("B", 450, 100, 200, 100);
+    a->EventFn = [](int device, short) {
+        if (device != gl::KEYBD)
+            return;
+        WindowScope scope(b);
+        Open("C", 450, 300, 200, 100);
+    };
+    Play("in A\nmove 10 10\nkey x\nclick left 20 20");
+    EXPECT_EQ(CurrentWindow, a);
+    EXPECT_TRUE(Events.empty());
+}
+
 TEST_F(WindowEvents, UnknownWindowsAreReportedAndIgnored) {
     Window* window = Open("A", 50, 100, 200, 100);
     Window* gone = Open("B", 450, 100, 200, 100);
