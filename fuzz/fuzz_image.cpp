@@ -1,33 +1,13 @@
 // Any bytes as an image file: opening, whole reading and single rows stay inside their buffers, and agree.
+#include "memory_file.h"
+
 #include "base/memory.h"
 #include "textures/image_file.h"
 
 #include <cstdlib>
-#include <string>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
-
-// A file in memory, under a name by which it can be opened.
-class MemoryFile {
-  public:
-    MemoryFile() : Descriptor(memfd_create("image", 0)), Name("/proc/self/fd/" + std::to_string(Descriptor)) {
-        if (Descriptor < 0)
-            std::abort();
-    }
-
-    const char* Fill(const unsigned char* data, std::size_t size) {
-        if (ftruncate(Descriptor, 0) != 0 || pwrite(Descriptor, data, size, 0) != static_cast<ssize_t>(size))
-            std::abort();
-        return Name.c_str();
-    }
-
-  private:
-    int Descriptor;
-    std::string Name;
-};
 
 void Expect(bool condition) {
     if (!condition)

@@ -3,6 +3,7 @@
 #include "base/debug.h"
 #include "base/memory.h"
 #include "store/accessors.h"
+#include "store/appearance.h"
 #include "store/storage.h"
 #include "store/walks.h"
 #include "textures/filters.h"
@@ -94,11 +95,7 @@ void DefinePlaceholder(Texture* texture) {
     HandOver(texture, pixels.data());
 }
 
-} // namespace
-
-void DefineTexture(Texture* texture) {
-    if (!TheTextureDefinitionSlots.DefineImage)
-        return;
+void Define(Texture* texture) {
     const DefinitionKey key = KeyOf(texture);
     if (const auto bound = BoundTextures.find(key); bound != BoundTextures.end()) {
         const BoundTexture& definition = bound->second;
@@ -126,9 +123,28 @@ void DefineTexture(Texture* texture) {
     BoundTextures[key] = {texture->GLId, width, height, components, texture->Aspect};
 }
 
+/// Whether the texture has got another definition, which kept drawings know nothing of.
+bool Redefine(Texture* texture) {
+    if (!TheTextureDefinitionSlots.DefineImage)
+        return false;
+    const int oldId = texture->GLId;
+    Define(texture);
+    return texture->GLId != oldId;
+}
+
+} // namespace
+
+void DefineTexture(Texture* texture) {
+    if (Redefine(texture))
+        EveryAppearanceChanged();
+}
+
 void DefineAllTextures() {
+    bool changed = false;
     for (Texture* texture : Along<&Texture::Next>(FirstTexture()))
-        DefineTexture(texture);
+        changed |= Redefine(texture);
+    if (changed)
+        EveryAppearanceChanged();
     if (TheTextureDefinitionSlots.DirtyTextureGizmo)
         TheTextureDefinitionSlots.DirtyTextureGizmo();
 }
