@@ -5,7 +5,7 @@
 extern int HideScene;      // hide scene branches that are not Visible
 extern int HideSubObjects; // hide sub-objects that the structure editor does not show
 
-extern int Backface;         // polygons that face away are drawn too
+extern int Backface;         // polygons that face away are not drawn
 extern int TextureOn;        // textures are shown
 extern int SolidView;        // filled polygons rather than their outlines
 extern int OutlinePolygons;  // outlines over filled polygons

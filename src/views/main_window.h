@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+
+struct Gadget;
+
+// The main window: menus and mode controls above, the viewports, the status line below.
+
+/// Its last place and size, screen pixels, and whether there was one; kept with the defaults.
+extern int MainX, MainY, MainW, MainH;
+extern int MainWindowOpened;
+/// Flag: that place fits the screen, and the place that the user goes back to from there.
+extern int MainWindowFitted;
+extern int MainFreeX, MainFreeY, MainFreeW, MainFreeH;
+
+/// What the mode buttons show: polygons (0) or vertices (1).
+extern int EditMode;
+
+/// Tool windows to be opened again at the next start; kept with the defaults.
+extern int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+
+/// What the main window needs of the layers above; each is skipped when null.
+struct MainWindowSlots {
+    Gadget* (*AddSceneModeMenu)() = nullptr;
+    Gadget* (*AddSingleObjectMenu)() = nullptr;
+    void (*SetPolygonMode)() = nullptr;
+    void (*SetVertexMode)() = nullptr;
+    void (*ChangeObjectIsolation)() = nullptr;
+    void (*InitSpheres)() = nullptr;
+    /// Runs when the window closes: the tools give back what they keep.
+    void (*FreeTools)() = nullptr;
+    /// Stops what a view manipulation queued; runs at every change of the input window.
+    void (*InputWindowChanged)() = nullptr;
+    // The tool windows that OpenUserWindows opens.
+    void (*OpenSceneBuilder)() = nullptr;
+    void (*OpenGridGizmo)() = nullptr;
+    void (*OpenMaterialPalette)() = nullptr;
+    void (*OpenObjectBrowser)() = nullptr;
+    void (*OpenStructureEditor)() = nullptr;
+    void (*OpenTextureGizmo)() = nullptr;
+};
+
+extern MainWindowSlots TheMainWindowSlots;
+
+/// Opens the main window and its viewports, the first window of the program; finds out what the graphics can do. Ends
+/// the program when they cannot do enough.
+void OpenMainWindow();
+/// Draws its strip, the borders of the viewports and the status line, and places the viewports.
+void DrawMain();
+/// Puts the main drawing gadget into the current window's list.
+Gadget* AddMainDrawing();
+/// Its close function: remembers its place.
+void CloseMainWindow();
+
+/// The model's name as title, with "*" while work is unsaved.
+void ChangeWindowTitle();
+/// The same if that has changed since; for the main loop, after every pass.
+void UpdateWindowTitle();
+
+/// Shows the hints of the view that has the input if they have changed with it; for the main loop, likewise.
+void UpdateStatusLine();
+
+/// Opens the tool windows that were open at the end of the last run.
+void OpenUserWindows();
+
+/// The toolkit's callbacks: the input window has changed; a GOOEY_SPECIAL event came.
+void ChangeWindow();
+void HandleSpecialEvents(short value);

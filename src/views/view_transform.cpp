@@ -1,0 +1,165 @@
+#include "views/view_transform.h"
+
+#include "gooey/window.h"
+#include "platform/matrices.h"
+#include "store/accessors.h"
+#include "store/scene_extent.h"
+#include "store/storage.h"
+#include "views/default_views.h"
+#include "views/grid.h"
+#include "views/work_area.h"
+
+#include <algorithm>
+#include <cmath>
+
+const Matrix p90 = {{{1, 0, 0, 0}, {0, 0, -1, 0}, {0, 1, 0, 0}, {0, 0, 0, 1}}};
+const Matrixf p90f = {{{1, 0, 0, 0}, {0, 0, -1, 0}, {0, 1, 0, 0}, {0, 0, 0, 1}}};
+
+Matrixf CurrentViewTransform = FloatIDMatrix, CurrentProjection = FloatIDMatrix;
+
+namespace {
+
+// Overlays are drawn nearer to the eye by this share of their distance (3D) or of the radius (2D).
+constexpr double OverlayShare = 0.01;
+
+constexpr double NearestShare = 0.0001;
+
+/// Distances of the near and far plane of a 3D view, for content within `reach` of the point `distance` before the eye.
+struct DepthRange {
+    double Near, Far;
+};
+
+DepthRange DepthRangeFor(double distance, double reach) {
+    const double near = std::max(distance - reach, reach * NearestShare);
+    // From far enough away the content is too thin for the precision of numbers.
+    const double far = std::max({distance + reach, reach, near * (1 + 1e-6)});
+    return {near, far};
+}
+
+/// How far from its centre a 3D view shows things: the model, or the grid where that reaches further, within reason.
+double ReachOf3dView(double radius) {
+    const double magnification = WorkAreaMagnification();
+    // A magnified work area fills its cube, whose corners lie further out than a model's sphere.
+    const double corner = magnification > 1 ? std::sqrt(3.0) : std::sqrt(2.0);
+    const double model = radius * corner;
+    const double grid = GridExtent(ShownGridIndex(), ShownGridSteps()) * std::sqrt(2.0) * magnification;
+    return std::max(model, std::min(grid, 100 * model * magnification));
+}
+
+void LoadPerspective(View* view, double radius) {
+    const DepthRange range = DepthRangeFor(view->ViewMatrix[3][1], ReachOf3dView(radius));
+    view->Size = static_cast<float>(radius / WorkAreaMagnification());
+    view->Near = static_cast<float>(range.Near);
+    view->Far = static_cast<float>(range.Far);
+    gl::perspective(FieldOfView, WindowAspect(), range.Near, range.Far);
+}
+
+void LoadParallel(View* view, double radius) {
+    const double width = 1 / view->Projection[0][0], height = 1 / view->Projection[1][1];
+    const double depth = UsableRadius(radius * view->Zoom);
+    view->Size = view->Far = static_cast<float>(depth);
+    view->Near = -view->Far;
+    gl::ortho(-width, width, -height, height, -depth, depth);
+}
+
+/// The projection fits the window that is drawn in, whatever happened to its shape since it was computed.
+void FitProjectionToWindow(View* view, double radius) {
+    const double vertical = view->Projection[1][1];
+    if (!std::isfinite(vertical) || vertical <= 0)
+        SussViewProjection(view, radius);
+    else
+        view->Projection[0][0] = vertical / WindowAspect();
+}
+
+void LoadProjection(const Matrix& projection) {
+    gl::mmode(gl::MPROJECTION);
+    LoadGLMatrix(projection);
+    gl::mmode(gl::MVIEWING);
+}
+
+} // namespace
+
+void SetUpView(View* view, int overlay) {
+    const double radius = ShownRadius();
+    gl::loadmatrix(p90f.Element);
+    if (!view->Perspective)
+        gl::scale(view->Zoom, view->Zoom, view->Zoom);
+    if (overlay) {
+        if (view->Perspective)
+            gl::scale(1 - OverlayShare, 1 - OverlayShare, 1 - OverlayShare);
+        else
+            gl::translate(0, -OverlayShare * radius, 0);
+    }
+    MultGLMatrix(view->ViewMatrix);
+    if (overlay) {
+        SetWorkArea(nullptr, 1);
+        return;
+    }
+    MultMatrix(view->ViewMatrix, p90, view->Transform);
+    if (!view->Perspective)
+        MultMatrix(view->Transform, ScaleMatrix(view->Zoom, view->Zoom, view->Zoom), view->Transform);
+    FitProjectionToWindow(view, radius);
+    if (view->Perspective)
+        LoadPerspective(view, radius);
+    else
+        LoadParallel(view, radius);
+    SetWorkArea(&view->Transform, 1);
+    RealMatrixToFloat(view->Transform, CurrentViewTransform);
+    RealMatrixToFloat(view->Projection, CurrentProjection);
+}
+
+Matrix& ViewMat(View* view) {
+    return view->Transform;
+}
+
+Matrix& GridMat(View* view) {
+    static Matrix transform;
+    MultMatrix(view->GridMatrix, view->Transform, transform);
+    return transform;
+}
+
+void LoadGLMatrix(const Matrix& matrix) {
+    gl::loadmatrix(matrix.Element);
+}
+
+void MultGLMatrix(const Matrix& matrix) {
+    gl::multmatrix(matrix.Element);
+}
+
+void GetGLMatrix(Matrix& matrix) {
+    gl::getmatrix(matrix.Element);
+}
+
+Matrix LoadedProjection() {
+    Matrix projection;
+    gl::mmode(gl::MPROJECTION);
+    GetGLMatrix(projection);
+    gl::mmode(gl::MVIEWING);
+    return projection;
+}
+
+ProjectionScope::ProjectionScope(const Matrix& projection) : Former(LoadedProjection()) {
+    LoadProjection(projection);
+}
+
+ProjectionScope::~ProjectionScope() {
+    LoadProjection(Former);
+}
+
+double WindowAspect() {
+    if (!CurrentWindow || CurrentWindow->Width < 1 || CurrentWindow->Height < 1)
+        return 1;
+    return static_cast<double>(CurrentWindow->Width) / CurrentWindow->Height;
+}
+
+double UsableRadius(double radius) {
+    // Squares of these stay within single precision.
+    constexpr double least = 1e-12, most = 1e15;
+    if (!(radius > 0))
+        return 1;
+    return std::clamp(radius, least, most);
+}
+
+double ShownRadius() {
+    return UsableRadius(ObjectIsolated ? ObjectRadius() : SceneRadius());
+}
