@@ -1,0 +1,47 @@
+#include "interaction/view_commands.h"
+
+#include "gooey/redraw.h"
+#include "gooey/window.h"
+#include "store/storage.h"
+#include "store/undo.h"
+#include "views/default_views.h"
+#include "views/display_flags.h"
+#include "views/viewports.h"
+
+void SetDefaultView(View* view, int direction) {
+    if (ObjectIsolated)
+        SetDefaultObjectView(view, direction);
+    else
+        SetDefaultSceneView(view, direction);
+    DirtyCurrentWindow();
+}
+
+void SwapLargeView() {
+    if (NoViewports != ViewportLimit)
+        return;
+    const int other = CurrentWindow && CurrentWindow == Viewport[2] ? 2 : 1;
+    SwapViews(*ViewOfViewport(0), *ViewOfViewport(other));
+    DirtyWindow(Viewport[0]);
+    DirtyWindow(Viewport[other]);
+}
+
+void ToggleThreeViews() {
+    if (CurrentWindow && (CurrentWindow == Viewport[1] || CurrentWindow == Viewport[2]))
+        SwapLargeView();
+    ChangeNoViewports();
+}
+
+void Toggle(int& flag) {
+    flag = !flag;
+}
+
+void ToggleShown(int& flag) {
+    Toggle(flag);
+    DirtyModelWindows();
+}
+
+void ToggleSingleBuffer() {
+    Toggle(SingleWhenStill);
+    ConfigureBuffers();
+    DirtyModelWindows();
+}

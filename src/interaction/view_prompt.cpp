@@ -1,0 +1,68 @@
+#include "interaction/view_prompt.h"
+
+#include "gooey/gadget.h"
+#include "gooey/label.h"
+#include "gooey/program_windows.h"
+#include "gooey/window.h"
+#include "gooey/window_stack.h"
+#include "views/main_window.h"
+#include "views/status_line.h"
+#include "views/viewports.h"
+
+namespace {
+
+bool Asking;
+Gadget* KeptGadgets;
+const std::int16_t* KeptStatus;
+/// Small viewports may be frozen.
+std::int32_t KeptDisabled[ViewportLimit];
+
+void FreezeAllButViews() {
+    for (int i = 0; i < ViewportLimit; ++i)
+        if (Viewport[i]) {
+            KeptDisabled[i] = Viewport[i]->Disabled;
+            Viewport[i]->Disabled = WindowExemptFromDisabling;
+        }
+    DisableWindow(MainWindow);
+}
+
+void Unfreeze() {
+    EnableWindow(MainWindow);
+    for (int i = 0; i < ViewportLimit; ++i)
+        if (Viewport[i])
+            Viewport[i]->Disabled = KeptDisabled[i];
+}
+
+} // namespace
+
+void BeginViewPrompt(const char* text, const std::int16_t* status) {
+    if (Asking)
+        return;
+    Asking = true;
+    FreezeAllButViews();
+    {
+        WindowScope scope(MainWindow);
+        KeptGadgets = MainWindow->Gadgets;
+        MainWindow->Gadgets = nullptr;
+        AddMainDrawing();
+        AddText(12, -23, text, 1);
+    }
+    KeptStatus = StatusList;
+    StatusList = status;
+    DirtyModelWindows();
+}
+
+void EndViewPrompt() {
+    if (!Asking)
+        return;
+    Asking = false;
+    StatusList = KeptStatus;
+    if (!MainWindow) {
+        FreeGooeyList(KeptGadgets);
+        return;
+    }
+    Unfreeze();
+    FreeGooeyList(MainWindow->Gadgets);
+    MainWindow->Gadgets = KeptGadgets;
+    DirtyModelWindows();
+}
