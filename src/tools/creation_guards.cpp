@@ -1,0 +1,66 @@
+#include "tools/creation_guards.h"
+
+#include "base/slots.h"
+#include "gooey/messages.h"
+#include "store/accessors.h"
+#include "store/clean_up.h"
+#include "store/storage.h"
+#include "store/undo.h"
+#include "store/walks.h"
+#include "textures/texture_changes.h"
+#include "views/viewports.h"
+
+namespace {
+
+constexpr int SelectSomeVertices = 36;
+constexpr int SelectSomePolygons = 37;
+constexpr int SelectASinglePolygon = 65;
+constexpr int OnlyOnePolygonAtATime = 66;
+constexpr int NotInSceneMode = 142;
+constexpr int LodIsEmpty = 195;
+
+int Refuse(int message) {
+    TellUser(message);
+    return 0;
+}
+
+} // namespace
+
+int SomePolygonsSelected() {
+    CleanUpObject();
+    if (FirstSelectedPolygon())
+        return 1;
+    return ApplyingTexture ? 0 : Refuse(SelectSomePolygons);
+}
+
+int APolygonIsSelected() {
+    CleanUpObject();
+    const Polygon* first = FirstSelectedPolygon();
+    if (!first)
+        return Refuse(SelectASinglePolygon);
+    return first->NextSelected ? Refuse(OnlyOnePolygonAtATime) : 1;
+}
+
+int SomeVerticesSelected() {
+    CleanUpObject();
+    return FirstSelectedVertex() ? 1 : Refuse(SelectSomeVertices);
+}
+
+int PolygonCreationAllowed() {
+    if (!SelectedLod())
+        SelectedLod() = FirstLod();
+    const LodBead* first = SelectedLod()->FirstBead;
+    if (!first)
+        return Refuse(LodIsEmpty);
+    for (const LodBead* bead : EveryLodBead(SelectedLod()))
+        if (bead->SubObject == SelectedSubObject())
+            return 1;
+    SelectedSubObject() = first->SubObject;
+    DirtyModelWindows();
+    CallSlot(TheUndoSlots.DirtyStructureEditor);
+    return 1;
+}
+
+int CreationInObjectMode() {
+    return ObjectIsolated ? 1 : Refuse(NotInSceneMode);
+}

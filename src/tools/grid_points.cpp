@@ -1,0 +1,62 @@
+#include "tools/grid_points.h"
+
+#include "base/slots.h"
+#include "gooey/modal.h"
+#include "gooey/pointer.h"
+#include "interaction/picking.h"
+#include "store/lists.h"
+#include "store/new_vertices.h"
+#include "views/moves.h"
+#include "views/view_transform.h"
+#include "views/viewports.h"
+
+const int AxisList[DefaultView2DCount][2] = {{0, 1}, {0, 1}, {1, 2}, {1, 2}, {0, 2}, {0, 2}};
+
+namespace {
+
+/// The point of the grid under the pointer, model space; 0 when there is none.
+int GridPointUnderPointer(View* view, double* point) {
+    if (!IntersectGrid(view, point))
+        return 0;
+    TransformCoordinate(point, MatrixInverse(ViewMat(view)), point);
+    return 1;
+}
+
+void MoveInPlaneOf(const View* view, double* coordinate, const double* point) {
+    if (view->Perspective)
+        for (int axis = 0; axis < 3; ++axis)
+            coordinate[axis] = point[axis];
+    else
+        for (const int axis : AxisList[view->Direction])
+            coordinate[axis] = point[axis];
+}
+
+} // namespace
+
+Vertex* MakeVertexOnGrid(View* view, int drag) {
+    double point[3];
+    if (!GridPointUnderPointer(view, point))
+        return nullptr;
+    Vertex* made = AddNewVertex(point[0], point[1], point[2]);
+    if (drag) {
+        for (Vertex* vertex : Along<&Vertex::Next>(NewVertices))
+            vertex->Selected = vertex == made;
+        DragCoordAroundGrid(view, made->Position, gl::LEFTMOUSE, nullptr);
+    }
+    DirtyModelWindows();
+    return made;
+}
+
+void DragCoordAroundGrid(View* view, double* coordinate, int button, void (*moved)()) {
+    StartMove();
+    while (!ButtonReleased(button)) {
+        ReadMousePos();
+        double point[3];
+        if (GridPointUnderPointer(view, point)) {
+            MoveInPlaneOf(view, coordinate, point);
+            CallSlot(moved);
+        }
+        RedrawModelWindows();
+    }
+    StopMove();
+}
