@@ -7,6 +7,7 @@
 #include "files/file_slots.h"
 #include "files/items.h"
 #include "files/reader.h"
+#include "files/reading_progress.h"
 #include "files/settings.h"
 #include "store/accessors.h"
 #include "store/duplicates.h"
@@ -29,6 +30,7 @@ void BodyReader::Read() {
     WorkSaved = 0;
     CurrentObjectNumber = -1;
     for (int tag; ReadFileByte(File, tag);) {
+        NoteParsingProgress(File.Left());
         switch (tag) {
         case TagEnd:
             Finish();

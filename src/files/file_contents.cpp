@@ -1,6 +1,7 @@
 #include "files/file_contents.h"
 
 #include "base/memory.h"
+#include "files/reading_progress.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -34,8 +35,10 @@ bool FileContents::ReadUpTo(std::size_t size) {
     if (!block)
         return false;
     Block = block;
-    constexpr std::size_t mostAtOnce = std::size_t{1} << 30;
+    constexpr std::size_t mostAtOnce = std::size_t{1} << 22;
     while (Used < size) {
+        if (!NoteFetchingProgress(Used, FileSize))
+            break;
         const ssize_t got = read(Descriptor, Block + Used, std::min(size - Used, mostAtOnce));
         if (got <= 0)
             break;

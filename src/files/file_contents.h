@@ -14,7 +14,7 @@ class FileContents {
 
     bool IsOpen() const { return Descriptor >= 0; }
 
-    /// Reads the rest of the file. False when there is no memory for it.
+    /// Reads the rest of the file, unless the read is cancelled. False when there is no memory for it.
     bool ReadAll();
 
     const unsigned char* Bytes() const { return Block; }

@@ -28,6 +28,7 @@ const char* const Ferr[FileErrorCount] = {
     "Bad texture definition",
     "Unknown data in file - object/scene expected",
     "Bad view definition",
+    "Loading was cancelled, the model is empty now...",
 };
 
 int FileError;

@@ -29,6 +29,7 @@ enum FileErrorCode : int {
     BadTexture = 20,
     UnknownData = 21,
     BadView = 22,
+    ReadCancelled = 23,
     FileErrorCount
 };
 

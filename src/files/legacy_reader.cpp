@@ -4,6 +4,7 @@
 #include "base/file_names.h"
 #include "files/file_errors.h"
 #include "files/file_slots.h"
+#include "files/reading_progress.h"
 #include "files/text_scanner.h"
 #include "store/accessors.h"
 #include "store/duplicates.h"
@@ -108,6 +109,9 @@ bool LegacyReader::ReadVertices(int count) {
     VertexNumberTable.clear();
     VertexNumberTable.reserve(std::min<std::size_t>(count, Body.BytesLeft() / ShortestLine + 1));
     for (int i = 0; i < count; ++i) {
+        NoteParsingProgress(Body.BytesLeft());
+        if (FileError)
+            return false;
         std::string_view line;
         float x, y, z;
         if (!Body.TakeLine(line) || !TextScanner(line).Scan(x, y, z))
@@ -130,6 +134,9 @@ bool LegacyReader::ReadPolygons(int count) {
 }
 
 bool LegacyReader::ReadPolygon() {
+    NoteParsingProgress(Body.BytesLeft());
+    if (FileError)
+        return false;
     int material, shading, sides;
     if (!Body.Scan(" Material:", material, " Shading:", shading, " Sides:", sides, " - Vertices ") || sides < 0)
         return Fail(BadFile);

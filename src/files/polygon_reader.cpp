@@ -3,6 +3,7 @@
 #include "files/format.h"
 #include "files/items.h"
 #include "files/old_axes.h"
+#include "files/reading_progress.h"
 #include "store/accessors.h"
 #include "store/lists.h"
 #include "store/polygon_editing.h"
@@ -46,6 +47,9 @@ void PolygonReader::ReadVertexSection() {
     VertexNumbers.resize(n);
     HasVertexNumbers = true;
     for (Vertex*& vertex : VertexNumbers) {
+        NoteParsingProgress(File.Left());
+        if (FileError)
+            return;
         float position[3];
         ReadVector(File, position);
         vertex = AddVertexAt(position);
@@ -81,6 +85,7 @@ PolygonReader::Unfinished PolygonReader::NewUnfinished(Polygon* parent) {
 void PolygonReader::ReadPolygon() {
     // Not a recursion: sub-polygons may be nested as deeply as the file is long.
     Enclosing.clear();
+    NoteParsingProgress(File.Left());
     Unfinished unfinished = NewUnfinished(nullptr);
     for (int tag; ReadFileByte(File, tag);) {
         if (tag == TagPolygon) {

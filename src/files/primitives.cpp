@@ -1,7 +1,9 @@
 #include "files/primitives.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <fcntl.h>
 #include <limits>
 
 namespace {
@@ -125,13 +127,23 @@ int SkipFileBlock(FileCursor& file) {
 }
 
 int FileWriter::Open(const char* name) {
-    File = std::fopen(name, "wb");
+    return Start(std::fopen(name, "wb"));
+}
+
+int FileWriter::Open(int descriptor) {
+    const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+    return own >= 0 && Start(fdopen(own, "wb"));
+}
+
+int FileWriter::Start(std::FILE* file) {
+    File = file;
     if (!File)
         return 0;
     // The buffer of the stream would only copy once more.
     std::setvbuf(File, nullptr, _IONBF, 0);
     Buffer = std::make_unique_for_overwrite<unsigned char[]>(BufferSize);
     Used = 0;
+    FailureNumber = 0;
     return 1;
 }
 
@@ -140,14 +152,20 @@ void FileWriter::Close() {
         return;
     Flush();
     if (std::fclose(File) != 0)
-        SetError(WriteFailed);
+        Fail();
     File = nullptr;
     Buffer.reset();
 }
 
+void FileWriter::Fail() {
+    if (!FailureNumber)
+        FailureNumber = errno;
+    SetError(WriteFailed);
+}
+
 void FileWriter::Flush() {
     if (!FileError && Used && std::fwrite(Buffer.get(), 1, Used, File) != Used)
-        SetError(WriteFailed);
+        Fail();
     Used = 0;
 }
 
@@ -159,7 +177,7 @@ bool FileWriter::MakeRoom(const void* bytes, std::size_t n) {
     if (n <= BufferSize)
         return true;
     if (std::fwrite(bytes, 1, n, File) != n)
-        SetError(WriteFailed);
+        Fail();
     return false;
 }
 

@@ -86,8 +86,14 @@ class FileWriter {
     /// Creates or empties the file. 0, with errno set, when that fails.
     int Open(const char* name);
 
+    /// Writes to a file that is open already and stays its owner's. 0, with errno set, when that fails.
+    int Open(int descriptor);
+
     /// Writes what is left and closes the file. Does nothing when no file is open.
     void Close();
+
+    /// The system's number of the reason why writing failed; 0 when it did not.
+    int Reason() const { return FailureNumber; }
 
     int Put(const void* bytes, std::size_t n) {
         if (FileError)
@@ -102,12 +108,15 @@ class FileWriter {
   private:
     static constexpr std::size_t BufferSize = std::size_t{1} << 18;
 
+    int Start(std::FILE* file);
+    void Fail();
     void Flush();
     bool MakeRoom(const void* bytes, std::size_t n);
 
     std::FILE* File = nullptr;
     std::unique_ptr<unsigned char[]> Buffer;
     std::size_t Used = 0;
+    int FailureNumber = 0;
 };
 
 inline int WriteFileByte(FileWriter& file, int value) {

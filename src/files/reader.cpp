@@ -7,6 +7,7 @@
 #include "files/file_slots.h"
 #include "files/format.h"
 #include "files/legacy_reader.h"
+#include "files/reading_progress.h"
 #include "store/accessors.h"
 #include "store/storage.h"
 
@@ -124,6 +125,7 @@ void ReadModel(FileCursor head, WholeFile wholeFile) {
     FileCursor file = wholeFile();
     const unsigned char* start = file.At;
     file.At += line.size();
+    BeginParsingProgress(file.Left());
     ReadVersioned(file);
     FileReached = static_cast<std::size_t>(file.At - start);
 }
@@ -134,7 +136,9 @@ int ReadAndFinish(Read read) {
     ClearFileError();
     FileReached = 0;
     Object* objectBeforeRead = CurrentFile->CurrentObject;
+    BeginReadingProgress();
     read();
+    EndReadingProgress();
     if (FileError)
         FinishFailedRead(objectBeforeRead);
     else

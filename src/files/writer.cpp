@@ -3,6 +3,7 @@
 #include "base/debug.h"
 #include "base/directories.h"
 #include "base/file_names.h"
+#include "base/file_replacement.h"
 #include "files/fields.h"
 #include "files/file_information.h"
 #include "files/file_slots.h"
@@ -26,6 +27,10 @@
 int FileBackups = 1;
 
 namespace {
+
+constexpr char BackupExtension[] = ".bak";
+/// When the name with that one cannot be used; still the name of a backup.
+constexpr char OtherBackupExtension[] = ".2.bak";
 
 void WriteHeader(FileWriter& file) {
     file.Put(CurrentHeader, sizeof CurrentHeader - 1);
@@ -248,23 +253,9 @@ void WriteObjects(FileWriter& file) {
     }
 }
 
-void TellThatFileCannotBeCreated(const char* fileName) {
-    const std::string reason = std::strerror(errno);
-    char *directory, *name;
-    SplitFileName(fileName, directory, name);
-    if (TheFileSlots.TellUser)
-        TheFileSlots.TellUser(("Couldn't write file:  " + std::string(name) + "\n\nreason: " + reason).c_str());
-}
-
-} // namespace
-
-int WriteKirvo(const char* fileName) {
+/// The whole main file. 0 when writing failed.
+int WriteModel(FileWriter& file) {
     Object* remembered = CurrentObject();
-    FileWriter file;
-    if (!file.Open(fileName)) {
-        TellThatFileCannotBeCreated(fileName);
-        return 0;
-    }
     ClearFileError();
     WriteHeader(file);
     WriteMaterials(file);
@@ -279,8 +270,116 @@ int WriteKirvo(const char* fileName) {
     return !FileError;
 }
 
+// Saving
+
+void Tell(const std::string& text) {
+    if (TheFileSlots.TellUser)
+        TheFileSlots.TellUser(text.c_str());
+}
+
+std::string NameIn(const char* path) {
+    char *directory, *name;
+    SplitFileName(path, directory, name);
+    return name;
+}
+
+void TellThatFileCannotBeCreated(const char* fileName, const std::string& whereOldVersionIs = "") {
+    const std::string reason = std::strerror(errno);
+    Tell("Couldn't write file:  " + NameIn(fileName) + "\n\nreason: " + reason + whereOldVersionIs);
+}
+
+/// What became of a save.
+struct SaveResult {
+    enum { Saved, NotCreated, NotWritten } Outcome = Saved;
+
+    /// Why the file was not created or not written.
+    int Reason = 0;
+    /// Whether a previous version is at stake.
+    bool Replaces = false;
+    /// Why the previous version is not kept as a backup; 0 when it is, or need not be.
+    int BackupFailure = 0;
+    /// What was appended to its name instead; null: it is not kept.
+    const char* OtherBackup = nullptr;
+};
+
+void KeepBackup(FileReplacement& replacement, SaveResult& result) {
+    if (replacement.KeepOldVersion(BackupExtension))
+        return;
+    result.BackupFailure = errno;
+    if (replacement.KeepOldVersion(OtherBackupExtension))
+        result.OtherBackup = OtherBackupExtension;
+}
+
+SaveResult Save(const char* fileName, bool backup) {
+    FileReplacement replacement(fileName);
+    SaveResult result;
+    result.Replaces = replacement.Replaces();
+    if (!replacement.Stream()) {
+        result.Outcome = SaveResult::NotCreated;
+        result.Reason = errno;
+        return result;
+    }
+    result.Outcome = SaveResult::NotWritten;
+    if (!WriteKirvoInto(replacement.Stream()) || !replacement.Finish()) {
+        result.Reason = errno;
+        return result;
+    }
+    if (backup)
+        KeepBackup(replacement, result);
+    if (!replacement.PutInPlace()) {
+        result.Reason = errno;
+        return result;
+    }
+    result.Outcome = SaveResult::Saved;
+    return result;
+}
+
+constexpr char OldVersionStays[] = "\n\nThe previous version of the file is unchanged.";
+
+void TellWhatFailed(const char* fileName, const SaveResult& result) {
+    const std::string name = NameIn(fileName), stays = result.Replaces ? OldVersionStays : "";
+    switch (result.Outcome) {
+    case SaveResult::NotCreated:
+        errno = result.Reason;
+        TellThatFileCannotBeCreated(fileName, stays);
+        return;
+    case SaveResult::NotWritten:
+        Tell("Couldn't save file:  " + name + "\n\nreason: " + std::strerror(result.Reason) +
+             (result.Replaces ? stays : "\n\nThe work is not saved."));
+        return;
+    case SaveResult::Saved:
+        if (result.BackupFailure)
+            Tell("Saved file:  " + name + "\n\nThe previous version could not be kept as " + name + BackupExtension +
+                 ".\n\nreason: " + std::strerror(result.BackupFailure) +
+                 (result.OtherBackup ? "\n\nIt is kept as " + name + result.OtherBackup + "." : ""));
+        return;
+    }
+}
+
+} // namespace
+
+int WriteKirvo(const char* fileName) {
+    FileWriter file;
+    if (!file.Open(fileName)) {
+        TellThatFileCannotBeCreated(fileName);
+        return 0;
+    }
+    return WriteModel(file);
+}
+
+int WriteKirvoInto(std::FILE* stream) {
+    FileWriter file;
+    if (!file.Open(fileno(stream)))
+        return 0;
+    if (WriteModel(file))
+        return 1;
+    // Without a reason of the system's it is the model that does not fit the file's numbers.
+    errno = file.Reason() ? file.Reason() : EOVERFLOW;
+    return 0;
+}
+
 int SaveModelFile(const char* fileName) {
-    if (FileBackups)
-        std::rename(fileName, (std::string(fileName) + ".bak").c_str());
-    return WriteKirvo(fileName);
+    const SaveResult result = Save(fileName, FileBackups != 0);
+    TellWhatFailed(fileName, result);
+    return result.Outcome == SaveResult::Saved;
 }

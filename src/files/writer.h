@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdio>
+
 /// Writes the main file of the store as a model file of the current version. 1 on success. 0 when the file cannot be
 /// created, which the user is told, or a write fails, which is left to the caller to tell (FileErrorNumber is
 /// WriteFailed, and the file is incomplete).
@@ -8,8 +10,15 @@
 /// or Mark.
 int WriteKirvo(const char* fileName);
 
-/// WriteKirvo; with FileBackups set, an existing file of that name is kept under the name with ".bak" appended.
+/// Saves the main file of the store: what WriteKirvo writes takes the place of the file of that name in one step, when
+/// all of it is on the disk, so that a failure leaves the previous version in its place. With FileBackups set the
+/// previous version is kept under the name with ".bak" appended. 1 on success. Otherwise 0, and the user has been told
+/// what failed and where the previous version is.
 int SaveModelFile(const char* fileName);
+
+/// Writes what WriteKirvo does into an open file, past the stream's buffer, and leaves that open. 0, with errno set,
+/// when that fails; nobody is told.
+int WriteKirvoInto(std::FILE* stream);
 
 /// Flag, a preference: keep the previous contents of a file that is saved over.
 extern int FileBackups;

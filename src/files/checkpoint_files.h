@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+// The files that a checkpoint consists of, in the home directory: the model "CheckPoint.kirvo", and
+// ".kirvo_checkpoint_info" with the directory and name of the file that it stands for, a line each. A third line tells
+// how long those two are, and which checkpoint they belong to. Both are whole at every moment, and belong to each
+// other.
+//
+// Several programs of one user do not share them: each holds a lock on its files as long as it runs. The first has the
+// names above, a second one the same with "-2", and so on.
+
+/// The directory and name of the model that a checkpoint was made of.
+struct CheckpointOrigin {
+    std::string Path, Name;
+};
+
+/// Takes the files of this program: those that an ended one has left a checkpoint in, otherwise the first that are
+/// free. 0 when too many programs run. Nothing is taken twice.
+int TakeCheckpointFiles();
+
+/// Gives them back, for other programs to use.
+void GiveBackCheckpointFiles();
+
+/// The name of the checkpoint; "" when this program has taken no files.
+std::string CheckpointName();
+
+/// Whether there is a checkpoint that can be opened.
+int CheckpointExists();
+
+/// What the information file says about the checkpoint. 0 when there is none.
+int ReadCheckpointOrigin(CheckpointOrigin& origin);
+
+/// Makes a checkpoint of the main file of the store in place of the older one, which stays when that fails: 0.
+int WriteCheckpoint(const CheckpointOrigin& origin);
+
+/// Deletes checkpoint and information.
+void RemoveCheckpoint();
+
+/// Gives the checkpoint a name under which no program looks for one, and deletes its information. The name, or "".
+std::string PutCheckpointAside();

@@ -1,0 +1,75 @@
+#include "files/loading_bar.h"
+
+#include "gooey/draw.h"
+#include "gooey/event_loop.h"
+#include "gooey/event_queue.h"
+#include "gooey/gadget_skeleton.h"
+#include "gooey/program_windows.h"
+#include "gooey/window.h"
+#include "gooey/window_stack.h"
+#include "platform/drawing.h"
+#include "platform/system.h"
+#include "platform/text.h"
+#include "views/status_line.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+/// Ticks until the bar appears, and between two looks at the keyboard.
+constexpr long Moment = 50, TicksBetweenLooks = 5;
+constexpr std::uint32_t BarColour = 0xE0B070;
+constexpr int BarHeight = 19;
+
+long Started, LastLook;
+bool BarIsShown = false;
+
+void DrawBar(double part) {
+    const WindowScope scope(MainWindow);
+    const FrontBufferScope front;
+    DrawStatus("", nullptr);
+    SetColour(BarColour);
+    DrawBox(1, 1, static_cast<int>(part * (CurrentWindow->Width - 2)), BarHeight, ShadeFull);
+    char text[64];
+    std::snprintf(text, sizeof text, "Loading... %d%%   <ESC>=Cancel", static_cast<int>(part * 100));
+    gl::cpack(Black);
+    gl::font(0);
+    gl::cmov2i(6, 6);
+    gl::charstr(text);
+    BarIsShown = true;
+}
+
+void Begin() {
+    Started = LastLook = ClockTicks();
+    BarIsShown = false;
+}
+
+void End() {
+    if (BarIsShown)
+        RefreshStatusLine();
+    BarIsShown = false;
+}
+
+} // namespace
+
+int ShowReadingProgress(double part) {
+    if (!MainWindow)
+        return 0;
+    if (part <= 0) {
+        Begin();
+        return 0;
+    }
+    if (part >= 1) {
+        End();
+        return 0;
+    }
+    gl::BreatheAtWork();
+    const long now = ClockTicks();
+    if (now < LastLook + TicksBetweenLooks)
+        return 0;
+    LastLook = now;
+    if (now >= Started + Moment)
+        DrawBar(part);
+    return TakeWaitingKey(EscapeCharacter);
+}
