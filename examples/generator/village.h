@@ -1,0 +1,4 @@
+#pragma once
+
+/// Builds the village in the empty store.
+void BuildVillage();
