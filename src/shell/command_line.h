@@ -4,6 +4,6 @@
 extern int DoAutoLoad;
 
 /// Takes the model file from the command line. With one argument that names a file, with or without the model
-/// extension, sets FilePath and FileName; when there is no such file they stay as the defaults file left them.
-/// Otherwise the last file stays, or, when DoAutoLoad is 0, FilePath becomes the home directory and FileName empty.
+/// extension, sets FilePath, in full, and FileName. Otherwise they stay as the defaults file left them, or, when
+/// DoAutoLoad is 0, FilePath becomes the home directory and FileName empty.
 void CheckArgs(int argumentCount, char* const arguments[]);

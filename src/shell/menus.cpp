@@ -4,6 +4,7 @@
 #include "gooey/menu.h"
 #include "gooey/pull_down.h"
 #include "gooey/window.h"
+#include "interaction/view_menus.h"
 #include "store/accessors.h"
 #include "views/display_flags.h"
 
@@ -17,21 +18,8 @@ namespace {
 
 // ---- What an entry shows beside its label, asked at each opening
 
-template <int& Flag>
-std::int32_t Ticks() {
-    return SimpleMenuCheck(Flag);
-}
-
 std::int32_t HiddenUnless(bool shown) {
     return shown ? 0 : MenuHidden;
-}
-
-std::int32_t SwapViewsCheck() {
-    return NoViewports == 1 ? MenuDisabled : 0;
-}
-
-std::int32_t ThreeViewsCheck() {
-    return SimpleMenuCheck(NoViewports > 1);
 }
 
 std::int32_t BillboardCheck() {
@@ -40,14 +28,6 @@ std::int32_t BillboardCheck() {
 
 std::int32_t TexturePaletteCheck() {
     return HiddenUnless(TextureAvailable);
-}
-
-std::int32_t TextureCheck() {
-    return TextureAvailable ? SimpleMenuCheck(TextureOn) : MenuHidden;
-}
-
-std::int32_t WireframeCheck() {
-    return SimpleMenuCheck(!SolidView);
 }
 
 std::int32_t HasImports();
@@ -76,12 +56,6 @@ const MenuEntry EditMenu[] = {
     {"Paste", MenuEntrySeparated, 22, -'V', nullptr, nullptr},
     {"Move selection", MenuEntrySeparated, 23, 'X', nullptr, nullptr},
     {"Select all", MenuEntryLast, 24, -'A', nullptr, nullptr},
-};
-
-const MenuEntry DirectionMenu[] = {
-    {"Top", MenuEntryItem, 25, 'T', nullptr, nullptr},       {"Front", MenuEntryItem, 26, 'F', nullptr, nullptr},
-    {"Left", MenuEntrySeparated, 27, 'L', nullptr, nullptr}, {"Under", MenuEntryItem, 28, 'U', nullptr, nullptr},
-    {"Back", MenuEntryItem, 29, 'B', nullptr, nullptr},      {"Right", MenuEntryLast, 30, 'R', nullptr, nullptr},
 };
 
 const MenuEntry JoinMenu[] = {
@@ -215,23 +189,6 @@ const MenuEntry SceneGizmoMenu[] = {
     {"Scene builder", MenuEntryLast, 106, 'C', nullptr, nullptr},
 };
 
-const MenuEntry SettingsMenu[] = {
-    {"Settings", MenuEntryTitle, 0, 0, nullptr, nullptr},
-    {"Backface", MenuEntryItem, 107, '\t', nullptr, Ticks<Backface>},
-    {"Texture", MenuEntryItem, 108, -'T', nullptr, TextureCheck},
-    {"Wireframe", MenuEntryItem, 109, -'W', nullptr, WireframeCheck},
-    {"Outline polygons", MenuEntryItem, 111, 0, nullptr, Ticks<OutlinePolygons>},
-    {"Show all vertices", MenuEntrySeparated, 112, 0, nullptr, Ticks<ShowVertices>},
-    {"Selected things on top", MenuEntryItem, 110, 0, nullptr, Ticks<SelectionsOnTop>},
-    {"Selected things solid", MenuEntrySeparated, 113, 0, nullptr, Ticks<SelectionsSolid>},
-    {"Singlebuffer when still", MenuEntryItem, 114, 0, nullptr, Ticks<SingleWhenStill>},
-    {"Wireframe when moving", MenuEntryItem, 115, 0, nullptr, Ticks<MoveWire>},
-    {"Texture when moving", MenuEntrySeparated, 116, 0, nullptr, Ticks<MoveTexture>},
-    {"Window labels", MenuEntryItem, 117, 0, nullptr, Ticks<WindowLabels>},
-    {"Fast updates", MenuEntrySeparated, 118, 0, nullptr, Ticks<FastUpdates>},
-    {"User preferences", MenuEntryLast, 119, 0, nullptr, nullptr},
-};
-
 const MenuEntry HelpMenu[] = {
     {"Help", MenuEntryTitle, 0, 0, nullptr, nullptr},
     {"Tutorials", MenuEntryItem, 120, 0, nullptr, nullptr},
@@ -256,17 +213,6 @@ std::int32_t HasExports() {
 }
 
 } // namespace
-
-const MenuEntry ViewMenu[] = {
-    {"View", MenuEntryTitle, 0, 0, nullptr, nullptr},
-    {"2d", MenuEntryItem, 0, 0, DirectionMenu, nullptr},
-    {"3d", MenuEntrySeparated, 31, '3', nullptr, nullptr},
-    {"Swap views", MenuEntryItem, 32, 'W', nullptr, SwapViewsCheck},
-    {"Three views", MenuEntryItem, 33, '.', nullptr, ThreeViewsCheck},
-    {"Set working area", MenuEntrySeparated, 34, ',', nullptr, nullptr},
-    {"Set rotation centre", MenuEntryItem, 35, ShiftMiddleMouseShortcut, nullptr, nullptr},
-    {"Reset rotation centre", MenuEntryLast, 36, EndCharacter, nullptr, nullptr},
-};
 
 const MenuEntry* const ObjectMenus[] = {FileMenu,   EditMenu,        ViewMenu,     VertexMenu, PolygonMenu,
                                         ObjectMenu, ObjectGizmoMenu, SettingsMenu, HelpMenu,   nullptr};

@@ -9,9 +9,6 @@ struct MenuEntry;
 extern const MenuEntry* const ObjectMenus[];
 extern const MenuEntry* const SceneMenus[];
 
-/// The View menu, which is also the pop-up menu of the model views.
-extern const MenuEntry ViewMenu[];
-
 /// What the bars need of the modules that come above or beside them; each is skipped when null.
 struct MenuSlots {
     const MenuEntry* (*MakeImportMenu)() =

@@ -1,24 +1,86 @@
 #include "shell/slots.h"
 
-#include <cstdio>
-
 #include "files/file_information.h"
 #include "files/file_slots.h"
+#include "files/loading_bar.h"
+#include "gooey/manual.h"
+#include "gooey/messages.h"
+#include "gooey/window.h"
+#include "interaction/modes.h"
+#include "interaction/query.h"
+#include "interaction/selection.h"
+#include "materials/default_materials.h"
+#include "materials/material_definitions.h"
+#include "platform/textures.h"
+#include "shell/defaults.h"
+#include "shell/interaction_slots.h"
+#include "store/accessors.h"
 #include "store/scene.h"
 #include "store/storage.h"
+#include "store/undo.h"
+#include "textures/texture_changes.h"
+#include "textures/texture_definition.h"
+#include "textures/texture_file.h"
+#include "tools/polygon_tools.h"
+#include "views/display_flags.h"
+#include "views/grid.h"
+#include "views/main_window.h"
 #include "views/scene_views.h"
+#include "views/viewports.h"
 
 namespace {
 
-// What the user is told where there is no window to tell it in.
-void TellOnErrorStream(const char* text) {
-    std::fprintf(stderr, "Kirvo: %s\n", text);
+// How a new model is shown.
+void RestoreDisplayDefaults() {
+    Backface = SolidView = WindowLabels = 1;
+    MaskTextureSelections = MaskPolygonSelections = 0;
+    SelectionsSolid = SelectionsOnTop = ShowVertices = HideVertices = 0;
+    GridSnap = MoveWire = 0;
+    WorkMode = EditMode = 0;
+}
+
+void FillStoreSlots() {
+    TheStorageSlots.ResetFileInformation = ResetFileInformation;
+    TheStorageSlots.RestoreDisplayDefaults = RestoreDisplayDefaults;
+    TheStorageSlots.ChangeNoViewports = ChangeNoViewports;
+    TheSceneSlots.DevalidateSceneViews = DevalidateSceneViews;
+}
+
+void FillMaterialSlots() {
+    TheFirstObjectSlots.MakeDefaultMaterials = MakeDefaultMaterials;
+    TheFileSlots.RedefineMaterials = NeedMaterialsDefined;
+    TheUndoSlots.RedefineMaterials = NeedMaterialsDefined;
+    TheMaterialSlots.DirtyModelWindows = DirtyModelWindows;
+}
+
+void FillTextureSlots() {
+    TheFirstObjectSlots.LoadDefaultTextures = LoadDefaultTextures;
+    TheTextureDefinitionSlots.DefineImage = gl::texdef2d;
+    TheTextureDefinitionSlots.IsHighEnd = [] { return ItsARealityEngine; };
+    TheTextureChangeSlots.DirtyModelWindows = DirtyModelWindows;
+}
+
+void FillSelectionSlots() {
+    TheSceneSlots.DeselectScene = [] { SelectScene(nullptr); };
+    TheUndoSlots.DeselectEverything = DeselectEverything;
+    RegisterQueries();
+}
+
+void FillFileSlots() {
+    TheFileSlots.TellUser = TellUserS;
+    TheFileSlots.AskOkCancel = DoOkCancel;
+    TheFileSlots.OpenManual = OpenManual;
+    TheFileSlots.WriteDefaults = WriteDefaults;
+    TheFileSlots.ReadingProgress = ShowReadingProgress;
 }
 
 } // namespace
 
 void FillSlots() {
-    TheSceneSlots.DevalidateSceneViews = DevalidateSceneViews;
-    TheStorageSlots.ResetFileInformation = ResetFileInformation;
-    TheFileSlots.TellUser = TellOnErrorStream;
+    FillStoreSlots();
+    FillInteractionSlots();
+    FillMaterialSlots();
+    FillTextureSlots();
+    FillSelectionSlots();
+    FillFileSlots();
 }

@@ -1,21 +1,43 @@
 #include "shell/start_up.h"
 
+#include <chrono>
 #include <cstdlib>
-#include <initializer_list>
 #include <string>
+#include <thread>
 
 #include "base/debug.h"
 #include "base/directories.h"
 #include "base/exit.h"
 #include "base/memory.h"
+#include "files/checkpoints.h"
+#include "files/file_commands.h"
 #include "files/file_errors.h"
-#include "files/reader.h"
+#include "gooey/event_loop.h"
+#include "gooey/file_selector.h"
+#include "gooey/gadget_commands.h"
+#include "gooey/information_window.h"
+#include "gooey/manual.h"
+#include "gooey/messages.h"
+#include "gooey/program_windows.h"
+#include "gooey/report.h"
+#include "gooey/window.h"
+#include "gooey/window_stack.h"
+#include "interaction/pick_hierarchies.h"
+#include "platform/scripts.h"
 #include "platform/system.h"
 #include "platform/text.h"
+#include "platform/windows.h"
 #include "shell/command_line.h"
+#include "shell/defaults.h"
+#include "shell/desktop_place.h"
+#include "shell/model_report.h"
+#include "shell/quitting.h"
+#include "shell/script_positions.h"
 #include "shell/slots.h"
+#include "store/accessors.h"
 #include "store/pools.h"
 #include "store/storage.h"
+#include "views/main_window.h"
 
 namespace {
 
@@ -25,17 +47,63 @@ void UseInstalledFont() {
     gl::SetFontFile(std::string(KirvoDir) + "/data/fonts/LiberationSans-Regular.ttf");
 }
 
-// The model that the command line or the defaults file names; a new one when there is none. A file that cannot be read
-// leaves a new model and is not told about.
-void TakeFirstModel() {
+void OpenScreen() {
+    RestoreDesktopPlace();
+    InstallGadgetCommands();
+    gl::ScriptPosition = FindModelPosition;
+    AddToReport = ReportModel;
+    OpenMainWindow();
+    QuitFunction = ProgramQuit;
+    WindowChange = ChangeWindow;
+    SpecialEvent = HandleSpecialEvents;
+}
+
+// A new model, with what the user wants in it.
+void StartNewModel() {
+    StartingUp = 0;
+    if (!FilePath[0])
+        CopyFileName(FilePath, HomeDir);
+    ResetStorage();
+    CurrentObject();
+}
+
+// What an interrupted program left, or the model that the command line or the defaults file names; a new one when there
+// is none. A file that cannot be read leaves a new model and is not told about.
+void TakeFirstModel(int argumentCount, char* const arguments[]) {
+    if (LoadCheckpoint()) {
+        ChangeWindowTitle();
+        return;
+    }
+    CheckArgs(argumentCount, arguments);
     if (!FileName[0]) {
-        StartingUp = 0;
-        ResetStorage();
+        StartNewModel();
+        ChangeWindowTitle();
         return;
     }
     FileErrorOk = 1;
-    ReadKirvo((std::string(FilePath) + "/" + FileName).c_str());
+    DoFileOp(FileToOpen, FilePath, FileName);
     FileErrorOk = 0;
+}
+
+void RaiseQuitWindow() {
+    if (!QuitWindow)
+        return;
+    WindowScope scope(QuitWindow);
+    gl::winpop();
+}
+
+void RunMainLoop() {
+    for (int state = CheckEvents(); state != -1 && MainWindow; state = CheckEvents()) {
+        UpdateWindowTitle();
+        UpdateStatusLine();
+        MakeCheckpoint();
+        PopInfoWindow();
+        RaiseQuitWindow();
+        PopMessageWindows();
+        CheckManualOpener();
+        if (state == 0)
+            PrepareSelection();
+    }
 }
 
 // Releases all that is left of both files, so that a developer build's report of memory shows only what was lost. Users
@@ -49,6 +117,20 @@ void ReleaseModels() {
     FreeClippingBeads();
 }
 
+[[noreturn]] void EndKirvo() {
+    Quitting = 1;
+    RememberDesktopPlace();
+    // Nobody is asked any more.
+    QuitFunction = nullptr;
+    CloseAllWindows();
+    WriteDefaults();
+    DeleteCheckpoint();
+    EndToolkit();
+    if (DeveloperBuild)
+        ReleaseModels();
+    KillProgram(NormalEnd);
+}
+
 } // namespace
 
 void RunKirvo(int argumentCount, char* const arguments[]) {
@@ -56,17 +138,15 @@ void RunKirvo(int argumentCount, char* const arguments[]) {
     OpenDebugStream();
     MemoryTracking(1);
     StartingUp = 1;
-    FindDirectories(argumentCount > 0 ? arguments[0] : "Kirvo");
+    ReadDefaults(argumentCount > 0 ? arguments[0] : "Kirvo");
     UseInstalledFont();
     FillSlots();
     InitialiseStorage();
-    CheckArgs(argumentCount, arguments);
-    TakeFirstModel();
+    OpenScreen();
+    TakeFirstModel(argumentCount, arguments);
     StartingUp = 0;
+    OpenUserWindows();
     srand48(gl::RandomSeed());
-
-    Quitting = 1;
-    if (DeveloperBuild)
-        ReleaseModels();
-    KillProgram(NormalEnd);
+    RunMainLoop();
+    EndKirvo();
 }

@@ -19,9 +19,11 @@
 #include "views/display_flags.h"
 
 #include <cmath>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sys/resource.h>
 
 namespace {
 
@@ -245,6 +247,38 @@ TEST_F(Writer, WhatCannotBeCreatedIsTold) {
     AddObject("o", 0, 0);
     EXPECT_FALSE(SaveModelFile((File + "/sub/model.kirvo").c_str()));
     EXPECT_EQ(Told, std::vector<std::string>{"Couldn't write file:  model.kirvo\n\nreason: No such file or directory"});
+}
+
+TEST_F(Writer, AFailedSaveSaysWhereThePreviousVersionIs) {
+    AddObject("o", 0, 0);
+    std::filesystem::create_symlink("/dev/full", File);
+    EXPECT_FALSE(SaveModelFile(File.c_str()));
+    const std::string couldNot = "Couldn't save file:  model.kirvo\n\nreason: ";
+    EXPECT_EQ(Told.back(), couldNot + "No space left on device\n\nThe work is not saved.");
+
+    std::filesystem::remove(File);
+    std::ofstream(File) << "old";
+    for (int i = 0; i < 30000; ++i)
+        AddVertex(i, 0, 0);
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit before;
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small = {100000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_FALSE(SaveModelFile(File.c_str()));
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(Told.back(), couldNot + "File too large\n\nThe previous version of the file is unchanged.");
+    EXPECT_EQ(ContentsOf(File), "old");
+    EXPECT_FALSE(std::filesystem::exists(File + ".bak"));
+
+    std::filesystem::create_directories(File + ".bak/full");
+    EXPECT_TRUE(SaveModelFile(File.c_str()));
+    EXPECT_EQ(Told.back(), "Saved file:  model.kirvo\n\nThe previous version could not be kept as model.kirvo.bak.\n\n"
+                           "reason: Is a directory\n\nIt is kept as model.kirvo.2.bak.");
+    const std::string saved = ContentsOf(File);
+    EXPECT_EQ(saved, Written());
+    EXPECT_EQ(ContentsOf(File + ".2.bak"), "old");
+    EXPECT_EQ(Told.size(), 3U);
 }
 
 TEST_F(Writer, AFullDiskIsAnErrorWithoutAMessage) {

@@ -55,9 +55,9 @@ TEST_F(CommandLine, NamesTheModelFile) {
     } cases[] = {
         {"house", here + "|house.kirvo"},
         {"house.kirvo", here + "|house.kirvo"},
-        {"./house", ".|house.kirvo"},
+        {"./house", here + "|house.kirvo"},
         {here + "/house", here + "|house.kirvo"},
-        {"my models/a b", "my models|a b.kirvo"},
+        {"my models/a b", here + "/my models|a b.kirvo"},
     };
 
     for (const auto& c : cases) {
@@ -74,8 +74,9 @@ TEST_F(CommandLine, AFileThatIsNotThereLeavesTheLastOne) {
     EXPECT_EQ(After({std::string(MaxFileName, 'x')}), "/last|last.kirvo");
 }
 
-TEST_F(CommandLine, WithoutOneArgumentTheLastFileDependsOnAutoLoad) {
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{}, {"house", "house"}}) {
+TEST_F(CommandLine, WithoutAFileTheLastOneDependsOnAutoLoad) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"house", "house"}, std::vector<std::string>{"nothing"}}) {
         DoAutoLoad = 1;
         EXPECT_EQ(After(arguments), "/last|last.kirvo");
         DoAutoLoad = 0;

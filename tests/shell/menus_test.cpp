@@ -1,4 +1,5 @@
 #include "gooey/menu.h"
+#include "shell/menu_walk.h"
 #include "shell/menus.h"
 #include "store/accessors.h"
 #include "store/storage.h"
@@ -6,22 +7,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace {
-
-void ForEveryEntry(const MenuEntry* table, const std::function<void(const MenuEntry&)>& visit) {
-    for (const MenuEntry* entry = table;; ++entry) {
-        visit(*entry);
-        if (entry->Submenu)
-            ForEveryEntry(entry->Submenu, visit);
-        if (entry->Kind == MenuEntryLast)
-            return;
-    }
-}
 
 std::string Titles(const MenuEntry* const* bar) {
     std::string titles;
@@ -36,11 +26,10 @@ std::string Titles(const MenuEntry* const* bar) {
 const MenuEntry& Entry(const MenuEntry* const* bar, const std::string& label) {
     static const MenuEntry none{};
     const MenuEntry* found = &none;
-    for (; *bar; ++bar)
-        ForEveryEntry(*bar, [&](const MenuEntry& entry) {
-            if (entry.Label == label)
-                found = &entry;
-        });
+    ForEveryEntryOf(bar, [&](const MenuEntry& entry) {
+        if (entry.Label == label)
+            found = &entry;
+    });
     return *found;
 }
 
@@ -57,16 +46,14 @@ TEST(Menus, AnItemNumberMeansOneThingAndAShortcutToo) {
     for (const MenuEntry* const* bar : {ObjectMenus, SceneMenus}) {
         std::map<int, std::string> labels;
         std::map<int, int> shortcuts;
-        for (; *bar; ++bar)
-            ForEveryEntry(*bar, [&](const MenuEntry& entry) {
-                EXPECT_TRUE(!entry.Id || labels.emplace(entry.Id, entry.Label).second) << entry.Label;
-                EXPECT_TRUE(!entry.Shortcut || shortcuts.emplace(entry.Shortcut, entry.Id).second) << entry.Label;
-                // What can be chosen has a number, all else has none.
-                const bool canBeChosen = entry.Kind != MenuEntryTitle && entry.Kind != MenuEntryHeading &&
-                                         !entry.Submenu && std::string(entry.Label) != "Import" &&
-                                         std::string(entry.Label) != "Export";
-                EXPECT_EQ(entry.Id != 0, canBeChosen) << entry.Label;
-            });
+        ForEveryEntryOf(bar, [&](const MenuEntry& entry) {
+            EXPECT_TRUE(!entry.Id || labels.emplace(entry.Id, entry.Label).second) << entry.Label;
+            EXPECT_TRUE(!entry.Shortcut || shortcuts.emplace(entry.Shortcut, entry.Id).second) << entry.Label;
+            // What can be chosen has a number, all else has none.
+            const bool canBeChosen = entry.Kind != MenuEntryTitle && entry.Kind != MenuEntryHeading && !entry.Submenu &&
+                                     std::string(entry.Label) != "Import" && std::string(entry.Label) != "Export";
+            EXPECT_EQ(entry.Id != 0, canBeChosen) << entry.Label;
+        });
     }
 }
 

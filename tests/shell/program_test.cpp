@@ -1,11 +1,13 @@
+#include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 
 #include "base/debug.h"
-#include "files/file_errors.h"
 #include "support/run_program.h"
 #include "support/temporary_directory.h"
 
@@ -23,7 +25,12 @@ class Program : public testing::Test {
         fs::create_directory(home);
         installed = Install(place.Path() / "opt/Kirvo");
         start.Program = installed / "Kirvo";
-        start.Environment = {{"HOME", home}, {"KIRVO_DISPLAY", "headless"}};
+        std::ofstream(place.Path() / "quit") << "quit\n";
+        start.Environment = {{"HOME", home},
+                             {"KIRVO_DISPLAY", "headless:800x600"},
+                             {"KIRVO_SCRIPT", place.Path() / "quit"},
+                             {"LIBGL_ALWAYS_SOFTWARE", "1"},
+                             {"LP_NUM_THREADS", "0"}};
     }
 
     static fs::path Install(const fs::path& directory) {
@@ -108,11 +115,9 @@ TEST_F(Program, ReadsTheModelFileOfTheCommandLine) {
         return RunProgram(start);
     };
     ExpectNormalEnd(runOn("Compatibility: 1.00\nVertices (v1.0)\nCount: 1\n1 2 3\n"));
-    // A start-up file that cannot be read gives a new model without a word, unless it needs a newer program.
+    // A start-up file that cannot be read gives a new model without a word.
     ExpectNormalEnd(runOn("no model"));
     ExpectNormalEnd(runOn("Compatibility: 1.00\nVertices (v1.0)\nCount: 1\nnothing\n"));
-    ExpectNormalEnd(runOn("Compatibility: 9.00\n\001"),
-                    "Kirvo: Error while reading file:\n\n" + std::string(Ferr[UnsupportedRevision]) + "\n\n");
 }
 
 TEST_F(Program, TellsWhichSignalEndedIt) {
@@ -138,6 +143,31 @@ TEST_F(Program, TellsWhichSignalEndedIt) {
         EXPECT_EQ(end.Status, 0);
         EXPECT_EQ(end.Output, "");
         EXPECT_EQ(end.Errors, c.Errors);
+    }
+}
+
+// What ./run starts where there is no display.
+TEST_F(Program, LeavesAPictureWhereThereIsNoDisplay) {
+    fs::create_directory_symlink(fs::path(KIRVO_SOURCE_DIR) / "examples", installed / "examples");
+    fs::create_directory(place.Path() / "here");
+    start.Program = "/bin/bash";
+    start.Directory = place.Path() / "here";
+    start.Environment = {{"HOME", home}, {"PATH", std::getenv("PATH")}, {"LP_NUM_THREADS", "0"}};
+    const std::string picture = start.Directory / "kirvo.png";
+    for (const std::string model : {"", KIRVO_SOURCE_DIR "/tests/models/box.kirvo"}) {
+        start.Arguments = {KIRVO_SOURCE_DIR "/scripts/start", installed};
+        if (!model.empty())
+            start.Arguments.push_back(model);
+        fs::remove(picture);
+        const ProgramEnd end = RunProgram(start);
+        EXPECT_EQ(end.Status, 0) << end.Errors;
+        EXPECT_EQ(end.Output, picture + "\n");
+        EXPECT_EQ(end.Errors.find("Kirvo needs a display: "), 0u) << end.Errors;
+        EXPECT_TRUE(DeveloperBuild || std::count(end.Errors.begin(), end.Errors.end(), '\n') == 1) << end.Errors;
+        EXPECT_GT(fs::file_size(picture), 1000u);
+        std::ifstream defaults(home / ".kirvorc");
+        const std::string text{std::istreambuf_iterator<char>(defaults), {}};
+        EXPECT_NE(text.find(model.empty() ? "FileName = village.kirvo" : "FileName = box.kirvo"), std::string::npos);
     }
 }
 

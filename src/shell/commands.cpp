@@ -1,0 +1,311 @@
+#include "shell/commands.h"
+
+#include "base/slots.h"
+#include "files/file_commands.h"
+#include "files/file_information_window.h"
+#include "gooey/event_loop.h"
+#include "gooey/event_queue.h"
+#include "gooey/information_window.h"
+#include "gooey/manual.h"
+#include "gooey/messages.h"
+#include "interaction/input.h"
+#include "interaction/manipulation.h"
+#include "interaction/modes.h"
+#include "interaction/query.h"
+#include "interaction/rotation_centre.h"
+#include "interaction/selection.h"
+#include "interaction/view_commands.h"
+#include "platform/events.h"
+#include "shell/preferences.h"
+#include "store/accessors.h"
+#include "store/scene.h"
+#include "store/storage.h"
+#include "store/undo.h"
+#include "tools/alignment.h"
+#include "tools/create_vertices.h"
+#include "tools/make_sub_polygons.h"
+#include "tools/n_gons.h"
+#include "tools/polygon_copies.h"
+#include "tools/polygon_operations.h"
+#include "tools/polygon_tools.h"
+#include "tools/vertex_operations.h"
+#include "views/default_views.h"
+#include "views/display_flags.h"
+
+#include <string>
+
+CommandSlots TheCommandSlots;
+
+namespace {
+
+constexpr auto Action = CommandKind::Action;
+constexpr auto Safe = CommandKind::Safe;
+
+/// Of a command that Kirvo does not have yet.
+constexpr void (*NotYet)() = nullptr;
+
+template <int Operation>
+void DoFile() {
+    DoFileOperation(Operation);
+}
+
+template <int Axis>
+void Mirror() {
+    MirrorPolygons(KeyView, Axis);
+}
+
+template <int How>
+void AlignSelected() {
+    AlignPolygons(How);
+}
+
+template <int How>
+void AlignWhole() {
+    AlignObject(How);
+}
+
+template <int Direction>
+void ShowFrom() {
+    SetDefaultView(KeyView, Direction);
+}
+
+template <int& Flag>
+void Show() {
+    ToggleShown(Flag);
+}
+
+template <int& Flag>
+void Switch() {
+    Toggle(Flag);
+}
+
+void FitView() {
+    ResetView(KeyView);
+    RememberView(KeyView);
+}
+
+void StickToGrid() {
+    StickVerticesToGrid(KeyView);
+}
+
+void SelectWholeScene() {
+    SelectScene(Scene());
+}
+
+void ResetCentre() {
+    ResetRotationCentre(KeyView);
+}
+
+/// The way of the window's close box, with its question about unsaved work.
+void Quit() {
+    QueueEvent(gl::WINQUIT, 0);
+}
+
+void OpenTheManual() {
+    OpenManual(nullptr);
+}
+
+constexpr int Key(char letter) {
+    return letter;
+}
+
+constexpr int Ctrl(char letter) {
+    return CtrlCharacter(letter);
+}
+
+// clang-format off: one command a line.
+const Command Commands[] = {
+    // Valid in every mode
+    {Key('i'), "Object information", InEveryMode, Action, NotYet},
+    {Key('k'), "Object structure (LOD switching)", InEveryMode, Action, NotYet},
+    {Key('o'), "Object browser", InEveryMode, Action, NotYet},
+    {Key('p'), "Polygon mode", InEveryMode, Action, SetPolygonMode},
+    {Key('q'), "Query objects", InEveryMode, Action, QuerySceneObjects},
+    {Key('s'), "Edit scene", InEveryMode, Action, ChangeObjectIsolation},
+    {Key('v'), "Vertex mode", InEveryMode, Action, SetVertexMode},
+    {PageUpCharacter, "Return to normal", InEveryMode, Action, PopPolygon},
+    {PageDownCharacter, "Make subpolygon", InEveryMode, Action, PushPolygon},
+    {Ctrl('E'), "Volume sweep", InEveryMode, Action, NotYet},
+    {Ctrl('F'), "Create polygons freehand", InEveryMode, Action, CreatePolysFreehand},
+    {Ctrl('J'), "Join selected vertices", InEveryMode, Action, JoinVertices},
+    {Ctrl('N'), "Create n-gons", InEveryMode, Action, CreateCircularPolys},
+    {Ctrl('O'), "Open", InEveryMode, Action, DoFile<FileOpen>},
+    {Ctrl('P'), "Plant current object", InEveryMode, Action, NotYet},
+    {Ctrl('S'), "Save", InEveryMode, Action, DoFile<FileSave>},
+    {257, "Save as", InEveryMode, Action, DoFile<FileSaveAs>},
+    {258, "New", InEveryMode, Action, DoFile<FileNew>},
+    {259, "Merge", InEveryMode, Action, DoFile<FileMerge>},
+    {260, "About this file...", InEveryMode, Action, ShowFileComment},
+    {262, "Quit", InEveryMode, Action, Quit},
+    {264, "Create vertices freehand", InEveryMode, Action, CreateVerticesOnGrid},
+    {265, "Create with digitising tablet", InEveryMode, Action, NotYet},
+    {266, "Read coordinates from text file", InEveryMode, Action, NotYet},
+    {270, "Delete unused vertices", InEveryMode, Action, DeleteUnusedVertices},
+    {271, "Move vertices", InEveryMode, Action, NotYet},
+    {272, "Query vertices", InEveryMode, Action, NotYet},
+    {273, "Stick vertices to grid", InEveryMode, Action, StickToGrid},
+    {274, "Amalgamate object", InEveryMode, Action, NotYet},
+    {275, "Delete duplicate vertices", InEveryMode, Action, MergeDuplicateVertices},
+    {276, "Connect vertices to make polygons", InEveryMode, Action, CreatePolysByConnecting},
+    {277, "Delete (leave vertices)", InEveryMode, Action, DeletePolygons},
+    {281, "Move polygons", InEveryMode, Action, NotYet},
+    {282, "Raise walls", InEveryMode, Action, NotYet},
+    {283, "Peak centre", InEveryMode, Action, NotYet},
+    {284, "Reverse polygons", InEveryMode, Action, ReversePolygons},
+    {285, "Make double sided", InEveryMode, Action, DoublePolygons},
+    {286, "Slice with grid", InEveryMode, Action, NotYet},
+    {287, "Sphere", InEveryMode, Action, NotYet},
+    {288, "Solid of revolution", InEveryMode, Action, NotYet},
+    {289, "Text", InEveryMode, Action, NotYet},
+    {290, "Mirror in X", InEveryMode, Action, Mirror<MirrorX>},
+    {291, "Mirror in Y", InEveryMode, Action, Mirror<MirrorY>},
+    {292, "Mirror in Z", InEveryMode, Action, Mirror<MirrorZ>},
+    {293, "Mirror in the input grid", InEveryMode, Action, Mirror<MirrorGrid>},
+    {294, "Align polygons: centralise", InEveryMode, Action, AlignSelected<AlignCentre>},
+    {295, "Align polygons: centralise +Z", InEveryMode, Action, AlignSelected<AlignStanding>},
+    {296, "Align polygons: +X", InEveryMode, Action, AlignSelected<AlignLowX>},
+    {297, "Align polygons: centre in X", InEveryMode, Action, AlignSelected<AlignMiddleX>},
+    {298, "Align polygons: -X", InEveryMode, Action, AlignSelected<AlignHighX>},
+    {299, "Align polygons: +Y", InEveryMode, Action, AlignSelected<AlignLowY>},
+    {300, "Align polygons: centre in Y", InEveryMode, Action, AlignSelected<AlignMiddleY>},
+    {301, "Align polygons: -Y", InEveryMode, Action, AlignSelected<AlignHighY>},
+    {302, "Align polygons: +Z", InEveryMode, Action, AlignSelected<AlignLowZ>},
+    {303, "Align polygons: centre in Z", InEveryMode, Action, AlignSelected<AlignMiddleZ>},
+    {304, "Align polygons: -Z", InEveryMode, Action, AlignSelected<AlignHighZ>},
+    {305, "New object", InEveryMode, Action, NotYet},
+    {306, "Delete object", InEveryMode, Action, NotYet},
+    {307, "Rename object", InEveryMode, Action, NotYet},
+    {308, "Make a copy of this object", InEveryMode, Action, NotYet},
+    {309, "Delete everything except this object", InEveryMode, Action, NotYet},
+    {310, "Object dimensions", InEveryMode, Action, NotYet},
+    {311, "Billboard", InEveryMode, Action, NotYet},
+    {312, "Align object: centralise", InEveryMode, Action, AlignWhole<AlignCentre>},
+    {313, "Align object: centralise +Z", InEveryMode, Action, AlignWhole<AlignStanding>},
+    {314, "Align object: +X", InEveryMode, Action, AlignWhole<AlignLowX>},
+    {315, "Align object: centre in X", InEveryMode, Action, AlignWhole<AlignMiddleX>},
+    {316, "Align object: -X", InEveryMode, Action, AlignWhole<AlignHighX>},
+    {317, "Align object: +Y", InEveryMode, Action, AlignWhole<AlignLowY>},
+    {318, "Align object: centre in Y", InEveryMode, Action, AlignWhole<AlignMiddleY>},
+    {319, "Align object: -Y", InEveryMode, Action, AlignWhole<AlignHighY>},
+    {320, "Align object: +Z", InEveryMode, Action, AlignWhole<AlignLowZ>},
+    {321, "Align object: centre in Z", InEveryMode, Action, AlignWhole<AlignMiddleZ>},
+    {322, "Align object: -Z", InEveryMode, Action, AlignWhole<AlignHighZ>},
+    {323, "Add object on grid", InEveryMode, Action, NotYet},
+    {324, "Replace object in scene", InEveryMode, Action, NotYet},
+    {325, "New scene", InEveryMode, Action, NotYet},
+    {326, "Centralise scene", InEveryMode, Action, NotYet},
+    {327, "Query vertices of the scene", InEveryMode, Action, QuerySceneVertices},
+
+    // Different from mode to mode
+    {BackspaceCharacter, "Delete unused vertices", InVertexMode, Action, DeleteUnusedVertices},
+    {BackspaceCharacter, "Delete (leave vertices)", InPolygonMode, Action, DeletePolygons},
+    {DeleteCharacter, "Delete unused vertices", InVertexMode, Action, DeleteUnusedVertices},
+    {DeleteCharacter, "Delete (leave vertices)", InPolygonMode, Action, DeletePolygons},
+    {ReturnCharacter, "Add object on grid", InSceneMode, Action, NotYet},
+    {Key('x'), "Move vertices", InVertexMode, Action, NotYet},
+    {Key('x'), "Move polygons", InPolygonMode, Action, NotYet},
+    {Key('x'), "Move part of the scene", InSceneMode, Action, NotYet},
+    {Ctrl('A'), "Select all vertices", InVertexMode, Action, SelectAllVertices},
+    {Ctrl('A'), "Select all polygons", InPolygonMode, Action, SelectAllPolygons},
+    {Ctrl('A'), "Select the whole scene", InSceneMode, Action, SelectWholeScene},
+    {Ctrl('C'), "Copy vertices", InVertexMode, Action, NotYet},
+    {Ctrl('C'), "Copy polygons", InPolygonMode, Action, NotYet},
+    {Ctrl('C'), "Copy part of the scene", InSceneMode, Action, NotYet},
+    {Ctrl('V'), "Paste vertices", InVertexMode, Action, NotYet},
+    {Ctrl('V'), "Paste polygons", InPolygonMode, Action, NotYet},
+    {Ctrl('V'), "Paste into the scene", InSceneMode, Action, NotYet},
+    {Ctrl('X'), "Cut vertices", InVertexMode, Action, NotYet},
+    {Ctrl('X'), "Cut polygons", InPolygonMode, Action, NotYet},
+    {Ctrl('X'), "Cut part of the scene", InSceneMode, Action, NotYet},
+    {Ctrl('Z'), "Undo", InObjectMode, Action, Undo},
+    {Ctrl('Z'), "Undo in the scene", InSceneMode, Action, UndoScene},
+
+    // Views
+    {Key('t'), "Top", InEveryMode, Safe, ShowFrom<0>},
+    {Key('u'), "Under", InEveryMode, Safe, ShowFrom<1>},
+    {Key('l'), "Left", InEveryMode, Safe, ShowFrom<2>},
+    {Key('r'), "Right", InEveryMode, Safe, ShowFrom<3>},
+    {Key('f'), "Front", InEveryMode, Safe, ShowFrom<4>},
+    {Key('b'), "Back", InEveryMode, Safe, ShowFrom<5>},
+    {Key('3'), "3d", InEveryMode, Safe, ShowFrom<Direction3D>},
+    {Key('w'), "Swap views", InEveryMode, Safe, SwapLargeView},
+    {Key('.'), "Three views", InEveryMode, Safe, ToggleThreeViews},
+    {Key(','), "Set working area", InEveryMode, Safe, NotYet},
+    {263, "Set rotation centre", InEveryMode, Safe, SetRotationCentre},
+    {EndCharacter, "Reset rotation centre", InEveryMode, Safe, ResetCentre},
+    {HomeCharacter, "Fit view", InEveryMode, Safe, FitView},
+
+    // Windows
+    {Key('?'), "Manual", InEveryMode, Safe, OpenTheManual},
+    {Key('c'), "Scene builder", InEveryMode, Safe, NotYet},
+    {Key('e'), "Texture palette", InEveryMode, Safe, NotYet},
+    {Key('g'), "Grid control", InEveryMode, Safe, NotYet},
+    {Key('m'), "Material palette", InEveryMode, Safe, NotYet},
+    {337, "User preferences", InEveryMode, Safe, SetPreferences},
+
+    // How models are shown
+    {TabCharacter, "Backface", InEveryMode, Safe, Show<Backface>},
+    {Ctrl('T'), "Texture", InEveryMode, Safe, Show<TextureOn>},
+    {Ctrl('W'), "Wireframe", InEveryMode, Safe, Show<SolidView>},
+    {328, "Selected things on top", InEveryMode, Safe, Show<SelectionsOnTop>},
+    {329, "Outline polygons", InEveryMode, Safe, Show<OutlinePolygons>},
+    {330, "Show all vertices", InEveryMode, Safe, Show<ShowVertices>},
+    {331, "Window labels", InEveryMode, Safe, Show<WindowLabels>},
+    {332, "Fast updates", InEveryMode, Safe, Switch<FastUpdates>},
+    {333, "Wireframe when moving", InEveryMode, Safe, Switch<MoveWire>},
+    {334, "Selected things solid", InEveryMode, Safe, Show<SelectionsSolid>},
+    {335, "Singlebuffer when still", InEveryMode, Safe, ToggleSingleBuffer},
+    {336, "Texture when moving", InEveryMode, Safe, Switch<MoveTexture>},
+};
+
+// clang-format on
+
+void CarryOut(const Command& command) {
+    if (command.Function)
+        command.Function();
+    else
+        TellUserS((std::string("\"") + command.Name + "\" is not there yet: it comes with a later version.").c_str());
+}
+
+int CarryOut(int code, CommandKind kind) {
+    const Command* command = FindCommand(code, CurrentCommandMode(), kind);
+    if (command)
+        CarryOut(*command);
+    return command != nullptr;
+}
+
+} // namespace
+
+std::span<const Command> AllCommands() {
+    return Commands;
+}
+
+int CurrentCommandMode() {
+    return !ObjectIsolated ? InSceneMode : WorkMode ? InVertexMode : InPolygonMode;
+}
+
+const Command* FindCommand(int code, int mode, CommandKind kind) {
+    for (const Command& command : Commands)
+        if (command.Code == code && command.Kind == kind && (command.Modes & mode))
+            return &command;
+    return nullptr;
+}
+
+int CheckActionKeys(int code) {
+    return CarryOut(code, Action);
+}
+
+int DoSafeCommand(int code) {
+    return CarryOut(code, Safe);
+}
+
+void MenuAction(int item) {
+    if (item >= FirstConverterItem)
+        CallSlot(TheCommandSlots.DoFileConversion, item);
+    else if (item == ProgramInfoItem)
+        ShowProgramInfo();
+    else if (const char* page = ManualPageOfItem(item))
+        OpenManual(page);
+    else
+        DoModelAction(CodeOfItem(item));
+}

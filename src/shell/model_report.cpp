@@ -1,0 +1,186 @@
+#include "shell/model_report.h"
+
+#include "base/directories.h"
+#include "interaction/modes.h"
+#include "store/accessors.h"
+#include "store/clean_up.h"
+#include "store/polygon_editing.h"
+#include "store/storage.h"
+#include "store/walks.h"
+#include "views/status_line.h"
+#include "views/viewports.h"
+
+#include <nlohmann/json.hpp>
+
+#include <map>
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+// Reading a model through the accessors may complete it; that is no work of the user's.
+class UntouchedWork {
+  public:
+    UntouchedWork() : Saved(WorkSaved), Current(CurrentObject()) {}
+
+    ~UntouchedWork() {
+        CurrentObject() = Current;
+        WorkSaved = Saved;
+    }
+
+    UntouchedWork(const UntouchedWork&) = delete;
+    UntouchedWork& operator=(const UntouchedWork&) = delete;
+
+  private:
+    int Saved;
+    Object* Current;
+};
+
+std::string Text(const char* text) {
+    return text ? text : "";
+}
+
+template <class Record>
+Json NameOf(const Record* record) {
+    return record ? Json(Text(record->Name)) : Json();
+}
+
+template <class Range, class Condition>
+int Count(Range&& range, Condition condition) {
+    int count = 0;
+    for (const auto* record : range)
+        count += condition(record) ? 1 : 0;
+    return count;
+}
+
+constexpr auto Any = [](const auto*) { return true; };
+constexpr auto IsSelected = [](const auto* record) { return record->Selected != 0; };
+
+Json Numbers(const double* numbers, int count) {
+    Json list = Json::array();
+    for (int i = 0; i < count; ++i)
+        list.push_back(numbers[i]);
+    return list;
+}
+
+Json Numbers(const Matrix& matrix) {
+    return Numbers(&matrix[0][0], 16);
+}
+
+Json SubObjectsOf(const Object* object) {
+    std::map<const SubObject*, int> polygons;
+    for (const Polygon* polygon : EveryPolygon(object))
+        ++polygons[polygon->SubObject];
+    Json list = Json::array();
+    const SubObject* selected = SelectedSubObject();
+    for (const SubObject* subObject : EverySubObject(object))
+        list.push_back(
+            {{"name", Text(subObject->Name)}, {"selected", subObject == selected}, {"polygons", polygons[subObject]}});
+    return list;
+}
+
+Json LodsOf(const Object* object) {
+    FirstLod();
+    Json list = Json::array();
+    const Lod* selected = SelectedLod();
+    for (const Lod* lod : EveryLod(object)) {
+        Json members = Json::array();
+        for (const LodBead* bead : EveryLodBead(lod))
+            members.push_back(Text(bead->SubObject->Name));
+        list.push_back({{"name", Text(lod->Name)},
+                        {"selected", lod == selected},
+                        {"distance", lod->Distance},
+                        {"members", members}});
+    }
+    return list;
+}
+
+Json ReportOf(Object* object, const Object* current) {
+    CurrentObject() = object;
+    CleanUpObject();
+    const double radius = ObjectRadius();
+    return {{"name", Text(object->Name)},
+            {"current", object == current},
+            {"vertices", Count(EveryVertex(object), Any)},
+            {"polygons", Count(EveryPolygon(object), Any)},
+            {"selectedVertices", Count(EveryVertex(object), IsSelected)},
+            {"selectedPolygons", Count(EveryPolygon(object), IsSelected)},
+            {"looseVertices", Count(Along<&Vertex::NextInSubset>(object->FirstLooseVertex), Any)},
+            {"min", Numbers(object->Min, 3)},
+            {"max", Numbers(object->Max, 3)},
+            {"radius", radius},
+            {"undo", object->UndoCopy != nullptr},
+            {"attributes", object->Attributes},
+            {"grid", {{"index", object->GridIndex}, {"steps", object->GridSteps}}},
+            {"subobjects", SubObjectsOf(object)},
+            {"lods", LodsOf(object)}};
+}
+
+Json ReportOf(const Branch* branch) {
+    Json children = Json::array();
+    for (const Branch* child : Along<&Branch::Next>(branch->FirstChild))
+        children.push_back(ReportOf(child));
+    return {{"name", Text(branch->Name)},
+            {"object", NameOf(branch->Object)},
+            {"visible", branch->Visible != 0},
+            {"selected", branch->Selected != 0},
+            {"collapsed", branch->Collapsed != 0},
+            {"transform", Numbers(branch->Transform)},
+            {"children", children}};
+}
+
+Json ReportOf(const View& view, int viewport) {
+    return {{"viewport", viewport},
+            {"perspective", view.Perspective != 0},
+            {"direction", view.Direction},
+            {"zoom", view.Zoom},
+            {"viewMatrix", Numbers(view.ViewMatrix)},
+            {"gridMatrix", Numbers(view.GridMatrix)},
+            {"centre", view.HasCentre ? Numbers(view.Centre, 3) : Json()}};
+}
+
+Json Objects() {
+    UntouchedWork untouched;
+    const Object* current = CurrentObject();
+    Json objects = Json::array();
+    for (Object* object : EveryObject(*CurrentFile))
+        objects.push_back(ReportOf(object, current));
+    return objects;
+}
+
+Json Materials() {
+    Json names = Json::array();
+    for (const Material* material : Along<&Material::Next>(FirstMaterial()))
+        names.push_back(Text(material->Name));
+    return {{"current", NameOf(CurrentMaterial())}, {"names", names}};
+}
+
+Json Textures() {
+    Json files = Json::array();
+    for (const Texture* texture : Along<&Texture::Next>(FirstTexture()))
+        files.push_back(Text(texture->FileName));
+    return {{"current", CurrentTexture() ? Json(Text(CurrentTexture()->FileName)) : Json()}, {"files", files}};
+}
+
+Json Views() {
+    Json views = Json::array();
+    for (int viewport = 0; viewport < NoViewports; ++viewport)
+        views.push_back(ReportOf(*ViewOfViewport(viewport), viewport));
+    return views;
+}
+
+} // namespace
+
+void ReportModel(Json& report) {
+    report["file"] = {{"path", FilePath}, {"name", FileName}, {"saved", WorkSaved != 0}};
+    report["mode"] = {{"object", ObjectIsolated != 0},
+                      {"vertex", WorkMode != 0},
+                      {"viewports", NoViewports},
+                      {"lighting", CurrentLighting}};
+    report["status"] = StatusText();
+    report["objects"] = Objects();
+    report["materials"] = Materials();
+    report["textures"] = Textures();
+    report["scene"] = ReportOf(Scene());
+    report["views"] = Views();
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+/// The members of a report that tell of the model and of how it is shown, beside the windows.
+void ReportModel(nlohmann::ordered_json& report);

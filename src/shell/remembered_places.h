@@ -1,0 +1,48 @@
+#pragma once
+
+// Settings that are kept with the user's defaults for windows and tools that this program does not have yet, so that
+// none is lost when the defaults file is written anew. Whoever builds one of them takes its variables along.
+
+/// Places, screen pixels, sizes where the user can change them, and flags: a place is known.
+extern int SceneBuilderX, SceneBuilderY, SceneBuilderW, SceneBuilderH, SceneBuilderOpened;
+extern int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
+extern int MateditX, MateditY, MaterialEditorOpened;
+extern int StructX, StructY, StructureEditorOpened;
+extern int GridX, GridY, GridGizmoOpened;
+extern int OffsetX, OffsetY, OffsetGizmoOpened;
+extern int RulerX, RulerY, RulerGizmoOpened;
+extern int TabletX, TabletY, TabletOpened;
+extern int DimensionX, DimensionY, DimensionsOpened;
+extern int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
+extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
+extern int AmalgamateX, AmalgamateY, AmalgamateOpened;
+extern int RevolveX, RevolveY, RevolveW, RevolveH, RevolveOpened;
+extern int MergeX, MergeY, MergeW, MergeH, MergeOpened;
+extern int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
+extern int SweeperX, SweeperY, SweeperW, SweeperH, SweeperOpened;
+extern int TextGenX, TextGenY, TextGeneratorOpened;
+extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
+extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
+
+/// Which of the ruler's two sizes is shown.
+extern int RulerSize;
+/// Flag: actions make sounds.
+extern int SoundEffects;
+/// Flag: the structure editor draws distances to scale.
+extern int LodScale;
+/// Flag: the material editor's sliders move together.
+extern int MatEditGang;
+/// The colour mixer: its brightness, -1 for none, and its place in the spectrum.
+extern int SpectrumY, MixerX, MixerY;
+/// Depth of a new sphere, 1 to 32.
+extern int NewSphereDepth;
+/// A number for trying things out.
+extern int TestVar;
+
+/// How a drawing lies on the digitising tablet, tablet units: lines in its two views, the centre, the rotation.
+extern int AlignAX1, AlignAY1, AlignAX2, AlignAY2;
+extern int AlignBX1, AlignBY1, AlignBX2, AlignBY2;
+extern int AlignCX1, AlignCY1, AlignCX2, AlignCY2;
+extern int TabletRotation;
+/// Flags: the way in which the tablet's points are entered.
+extern int EnterMethodA, EnterMethodB;
