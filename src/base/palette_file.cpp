@@ -36,7 +36,3 @@ bool FindNextEntry(std::FILE* file, const char* key) {
     }
     return FindLineInFile(file, key);
 }
-
-std::string PathIn(const char* directory, const char* name) {
-    return std::string(directory) + "/" + name;
-}

@@ -18,5 +18,3 @@ std::string OnOneLine(const char* key, const char* text);
 /// After a line that does not fit into its entry: whether another entry follows, at that line or later. RestOfLine is
 /// then what follows its key.
 bool FindNextEntry(std::FILE* file, const char* key);
-
-std::string PathIn(const char* directory, const char* name);

@@ -5,8 +5,7 @@
 #include "base/palette_file.h"
 #include "base/text_lines.h"
 #include "gooey/file_selector.h"
-#include "gooey/messages.h"
-#include "gooey/redraw.h"
+#include "gooey/palette_selection.h"
 #include "materials/material_definitions.h"
 #include "store/accessors.h"
 #include "store/material_list.h"
@@ -14,10 +13,8 @@
 #include "store/walks.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <string>
 
@@ -95,27 +92,12 @@ void WriteMaterial(std::FILE* file, const Material* material) {
     std::fprintf(file, "%s%s\n\n\n", AlphaKey, Number(material->Alpha).c_str());
 }
 
-// Commands
-
-void LoadChosenPalette(int, const char* directory, const char* name) {
-    const std::string path = PathIn(directory, name);
-    Trace("Loading palette %s\n", path.c_str());
-    if (!ReadMaterialsFile(path.c_str())) {
-        TellUserS(("There are no materials in this file:\n\n" + std::string(name)).c_str());
-        return;
-    }
-    MergeLoadedMaterials();
-    DirtyAllWindows();
-}
-
-void SaveChosenPalette(int, const char* directory, const char* name) {
-    std::string path = PathIn(directory, name);
-    if (!path.ends_with(MaterialsExtension))
-        path += MaterialsExtension;
-    Trace("Saving palette %s\n", path.c_str());
-    if (!WriteMaterialsFile(path.c_str()))
-        TellUserS(("Couldn't write material file\n\n" + std::string(std::strerror(errno))).c_str());
-}
+constexpr PaletteFiles MaterialFiles = {MaterialsExtension,
+                                        ReadMaterialsFile,
+                                        MergeLoadedMaterials,
+                                        WriteMaterialsFile,
+                                        "There are no materials in this file:",
+                                        "Couldn't write material file"};
 
 } // namespace
 
@@ -166,9 +148,13 @@ int SaveDefaultMaterials() {
 }
 
 void LoadMaterialPalette() {
-    DoFileSelector(FileToOpen, FilePath, nullptr, MaterialsExtension, LoadChosenPalette, nullptr);
+    DoFileSelector(
+        FileToOpen, FilePath, nullptr, MaterialsExtension,
+        [](int, const char* directory, const char* name) { LoadPaletteFile(MaterialFiles, directory, name); }, nullptr);
 }
 
 void SaveMaterialPalette() {
-    DoFileSelector(FileToSave, FilePath, nullptr, MaterialsExtension, SaveChosenPalette, nullptr);
+    DoFileSelector(
+        FileToSave, FilePath, nullptr, MaterialsExtension,
+        [](int, const char* directory, const char* name) { SavePaletteFile(MaterialFiles, directory, name); }, nullptr);
 }

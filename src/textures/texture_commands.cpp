@@ -2,8 +2,8 @@
 
 #include "base/debug.h"
 #include "base/directories.h"
-#include "base/palette_file.h"
 #include "base/slots.h"
+#include "gooey/file_listing.h"
 #include "gooey/file_selector.h"
 #include "gooey/message_table.h"
 #include "gooey/messages.h"

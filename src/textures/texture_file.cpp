@@ -7,8 +7,7 @@
 #include "base/palette_file.h"
 #include "base/text_lines.h"
 #include "gooey/file_selector.h"
-#include "gooey/messages.h"
-#include "gooey/redraw.h"
+#include "gooey/palette_selection.h"
 #include "store/accessors.h"
 #include "store/pools.h"
 #include "store/storage.h"
@@ -20,8 +19,6 @@
 #include "textures/texture_library.h"
 
 #include <array>
-#include <cerrno>
-#include <cstring>
 #include <iterator>
 #include <string>
 
@@ -104,28 +101,12 @@ void WriteTexture(std::FILE* file, const Texture* texture) {
     std::fputs("\n\n", file);
 }
 
-// Commands
-
-void LoadChosenPalette(int, const char* directory, const char* name) {
-    const std::string path = PathIn(directory, name);
-    Trace("Loading palette %s\n", path.c_str());
-    if (!ReadTexturesFile(path.c_str())) {
-        TellUserS(
-            ("There are no textures in this file,\nor their images are missing:\n\n" + std::string(name)).c_str());
-        return;
-    }
-    MergeLoadedTextures();
-    DirtyAllWindows();
-}
-
-void SaveChosenPalette(int, const char* directory, const char* name) {
-    std::string path = PathIn(directory, name);
-    if (!path.ends_with(TexturesExtension))
-        path += TexturesExtension;
-    Trace("Saving palette %s\n", path.c_str());
-    if (!WriteTexturesFile(path.c_str()))
-        TellUserS(("Couldn't write texture file\n\n" + std::string(std::strerror(errno))).c_str());
-}
+constexpr PaletteFiles TextureFiles = {TexturesExtension,
+                                       ReadTexturesFile,
+                                       MergeLoadedTextures,
+                                       WriteTexturesFile,
+                                       "There are no textures in this file,\nor their images are missing:",
+                                       "Couldn't write texture file"};
 
 } // namespace
 
@@ -186,9 +167,13 @@ void LoadDefaultTextures() {
 }
 
 void LoadTexturePalette() {
-    DoFileSelector(FileToOpen, FilePath, nullptr, TexturesExtension, LoadChosenPalette, nullptr);
+    DoFileSelector(
+        FileToOpen, FilePath, nullptr, TexturesExtension,
+        [](int, const char* directory, const char* name) { LoadPaletteFile(TextureFiles, directory, name); }, nullptr);
 }
 
 void SaveTexturePalette() {
-    DoFileSelector(FileToSave, FilePath, nullptr, TexturesExtension, SaveChosenPalette, nullptr);
+    DoFileSelector(
+        FileToSave, FilePath, nullptr, TexturesExtension,
+        [](int, const char* directory, const char* name) { SavePaletteFile(TextureFiles, directory, name); }, nullptr);
 }
