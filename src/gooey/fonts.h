@@ -21,6 +21,10 @@ void DrawMenuText(int x, int y, const char* text);
 void PrintCentre(int x, int y, int width, const char* text);
 void SmallCentre(int x, int y, int width, const char* text);
 
+/// Text in the default font, in the present colour, for a place of a width that may be too small: the letters become
+/// narrower then, and where that does not do, the last words give way to "...".
+void FittedText(int x, int y, int width, const char* text);
+
 int StringWidth(const char* text);
 int SmallWidth(const char* text);
 int MenuTextWidth(const char* text);

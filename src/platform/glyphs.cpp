@@ -22,11 +22,11 @@ namespace gl {
 
 namespace {
 
-constexpr int DefaultHeight = 17;
+constexpr int DefaultHeight = 17, FullWidth = 100;
 constexpr int AtlasWidth = 1024, LargestAtlas = 4096;
 
 struct Font {
-    int height = DefaultHeight;
+    int height = DefaultHeight, width = FullWidth;
     std::unordered_map<uint32_t, Glyph> glyphs;
 };
 
@@ -100,21 +100,24 @@ bool Place(Glyph& glyph) {
     return true;
 }
 
-bool Load(int pixels, uint32_t character, FT_Int32 flags) {
-    return FT_Set_Pixel_Sizes(Face, 0, static_cast<unsigned>(pixels)) == 0 &&
+// `width`: of the letters, percent.
+bool Load(int pixels, int width, uint32_t character, FT_Int32 flags) {
+    constexpr int unitsPerPixel = 64, pixelsPerInch = 72;
+    const FT_F26Dot6 high = std::max(1, pixels) * unitsPerPixel, wide = std::max<long>(1, high * width / FullWidth);
+    return FT_Set_Char_Size(Face, wide, high, pixelsPerInch, pixelsPerInch) == 0 &&
            FT_Load_Char(Face, character, flags | FT_LOAD_TARGET_LIGHT) == 0;
 }
 
-Glyph MakeGlyph(int height, uint32_t character) {
+Glyph MakeGlyph(int height, int width, uint32_t character) {
     Glyph glyph;
     if (!HaveFace())
         return glyph;
     const int em = EmSize(height);
     // Widths are those of scale 1, whatever the screen's.
-    if (!Load(em, character, FT_LOAD_DEFAULT))
+    if (!Load(em, width, character, FT_LOAD_DEFAULT))
         return glyph;
     glyph.advance = static_cast<int>((Face->glyph->advance.x + 32) >> 6);
-    if (!Load(std::max(1, ToPixels(em)), character, FT_LOAD_RENDER))
+    if (!Load(ToPixels(em), width, character, FT_LOAD_RENDER))
         return glyph;
     const FT_Bitmap& bitmap = Face->glyph->bitmap;
     glyph.left = Face->glyph->bitmap_left;
@@ -156,15 +159,16 @@ bool SetFontFile(const std::string& path) {
     return true;
 }
 
-void defrasterfont(int number, int height) {
-    if (number < 1 || height < 4 || height > 400) {
+void defrasterfont(int number, int height, int width) {
+    if (number < 1 || height < 4 || height > 400 || width < 1 || width > 400) {
         std::fprintf(stderr, "Graphics: font %d of height %d cannot be defined\n", number, height);
         return;
     }
     Font& font = Fonts[number];
-    if (font.height != height)
+    if (font.height != height || font.width != width)
         font.glyphs.clear();
     font.height = height;
+    font.width = width;
 }
 
 const Glyph& FindGlyph(int number, uint32_t character) {
@@ -172,7 +176,7 @@ const Glyph& FindGlyph(int number, uint32_t character) {
     const auto found = font.glyphs.find(character);
     if (found != font.glyphs.end())
         return found->second;
-    return font.glyphs[character] = MakeGlyph(font.height, character);
+    return font.glyphs[character] = MakeGlyph(font.height, font.width, character);
 }
 
 FontMeasures MeasuresOf(int number) {

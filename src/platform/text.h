@@ -11,8 +11,9 @@ namespace gl {
 bool SetFontFile(const std::string& path);
 
 // Defines font `number` (1 up) with that height in drawing pixels, from the lowest descender to the top of the tallest
-// letter and the space between lines. Font 0, the default, is there from the beginning with a height of 17.
-void defrasterfont(int number, int height);
+// letter and the space between lines; its letters are as wide as the outline's, or that many percent of it. Font 0, the
+// default, is there from the beginning with a height of 17.
+void defrasterfont(int number, int height, int width = 100);
 // The font that charstr and strwidth use; an undefined number selects font 0. It is shared by all windows.
 void font(int number);
 int getfont();

@@ -1,6 +1,7 @@
 #include "views/status_line.h"
 
 #include "gooey/draw.h"
+#include "gooey/fonts.h"
 #include "gooey/gadget_skeleton.h"
 #include "gooey/message_table.h"
 #include "gooey/program_windows.h"
@@ -47,9 +48,7 @@ void DrawTextBox(const std::string& text) {
     if (text.empty())
         return;
     gl::cpack(Black);
-    gl::font(0);
-    gl::cmov2i(TextX, TextY);
-    gl::charstr(text.c_str());
+    FittedText(TextX, TextY, CurrentWindow->Width - 2 * TextX, text.c_str());
 }
 
 std::string BusyText() {

@@ -127,6 +127,27 @@ TEST_F(Text, IsClippedByTheScreenMaskAndColoured) {
     EXPECT_TRUE(inside);
 }
 
+TEST_F(Text, NarrowLettersAreAsHighAsOthers) {
+    const char* const text = "Manipulate HELP";
+    Extent extents[2];
+    int widths[2];
+    for (const int narrow : {0, 1}) {
+        defrasterfont(4, 22, narrow ? 70 : 100);
+        font(4);
+        EXPECT_EQ(getheight(), 22);
+        widths[narrow] = strwidth(text);
+        ClearTo(0);
+        cpack(White);
+        cmov2i(10, 10);
+        charstr(text);
+        extents[narrow] = Drawn();
+    }
+    EXPECT_NEAR(widths[1], widths[0] * 0.7, 8);
+    EXPECT_NEAR(extents[1].right, 10 + widths[1], 2);
+    EXPECT_EQ(extents[1].bottom, extents[0].bottom);
+    EXPECT_EQ(extents[1].top, extents[0].top);
+}
+
 TEST_F(Text, ReadsUtf8AndSurvivesAnyBytes) {
     font(2);
     EXPECT_EQ(strwidth("\xC3\xA9"), AdvanceWidth(2, 0xE9)) << "one character in two bytes";
@@ -173,8 +194,10 @@ TEST_F(Text, BadFontsAreReported) {
     testing::internal::CaptureStderr();
     defrasterfont(0, 12);
     defrasterfont(4, 1000);
+    defrasterfont(4, 17, 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Graphics: font 0 of height 12 cannot be defined\n"
-                                                      "Graphics: font 4 of height 1000 cannot be defined\n");
+                                                      "Graphics: font 4 of height 1000 cannot be defined\n"
+                                                      "Graphics: font 4 of height 17 cannot be defined\n");
     font(77);
     EXPECT_EQ(getheight(), 17) << "the default font";
     EXPECT_GT(strwidth("abc"), 0);

@@ -5,10 +5,13 @@
 #include "gooey/label.h"
 #include "gooey/program_windows.h"
 #include "gooey/report.h"
+#include "gooey/window_stack.h"
+#include "platform/drawing.h"
 #include "views/main_window.h"
 #include "views/status_line.h"
 #include "views/views_test.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -143,6 +146,32 @@ TEST_F(ToolBar, TheStatusLineSaysWhatTheToolSays) {
     EXPECT_EQ(StatusText(), "");
     NoteInputWindow(true);
     MoveStatus = nullptr;
+}
+
+// The status line's last column, without its frame, that a letter reaches; the main window is current.
+int EndOfStatus() {
+    constexpr int frame = 2, lowest = 2, rows = 17;
+    std::uint32_t column[rows];
+    for (int x = CurrentWindow->Width - 1 - frame; x > frame; --x) {
+        gl::lrectread(x, lowest, x, lowest + rows - 1, column);
+        if (std::any_of(column, column + rows, [](std::uint32_t pixel) { return (pixel & White) != White; }))
+            return x;
+    }
+    return 0;
+}
+
+// What is too long is drawn in narrower letters, and cut off at a word when that does not do.
+TEST_F(ToolBar, HintsEndWithinTheStatusLine) {
+    static constexpr std::int16_t hints[] = {81, 91, 98, 103, 100, 101, 99, 0};
+    constexpr int inUsualLetters = 965, longestWord = 110;
+    StatusList = hints;
+    for (const int width : {1100, 980, 970, 960, 900, 750, 680, 600, 450, 300, 225}) {
+        Play("resize " + std::to_string(width) + " " + std::to_string(width * 2 / 3 + 60));
+        const WindowScope scope(MainWindow);
+        DrawStatusLine();
+        EXPECT_LT(EndOfStatus(), width - 6) << width;
+        EXPECT_GT(EndOfStatus(), std::min(width - longestWord, inUsualLetters - 10)) << width;
+    }
 }
 
 } // namespace
