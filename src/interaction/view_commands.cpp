@@ -2,6 +2,7 @@
 
 #include "gooey/redraw.h"
 #include "gooey/window.h"
+#include "interaction/manipulation.h"
 #include "store/storage.h"
 #include "store/undo.h"
 #include "views/default_views.h"
@@ -13,6 +14,12 @@ void SetDefaultView(View* view, int direction) {
         SetDefaultObjectView(view, direction);
     else
         SetDefaultSceneView(view, direction);
+    DirtyCurrentWindow();
+}
+
+void FitView(View* view) {
+    ResetView(view);
+    RememberView(view);
     DirtyCurrentWindow();
 }
 

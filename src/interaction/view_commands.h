@@ -7,6 +7,9 @@
 /// Copies the default view of a direction (0 to 5, or Direction3D) into the view, which the current window shows.
 void SetDefaultView(View* view, int direction);
 
+/// Fits the view, which the current window shows, to the model. What comes out becomes the default of its kind.
+void FitView(View* view);
+
 /// With three viewports exchanges the large view with the one of the current window, or with the upper small one when
 /// that is the large one.
 void SwapLargeView();

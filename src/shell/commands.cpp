@@ -9,7 +9,6 @@
 #include "gooey/manual.h"
 #include "gooey/messages.h"
 #include "interaction/input.h"
-#include "interaction/manipulation.h"
 #include "interaction/modes.h"
 #include "interaction/query.h"
 #include "interaction/rotation_centre.h"
@@ -79,9 +78,8 @@ void Switch() {
     Toggle(Flag);
 }
 
-void FitView() {
-    ResetView(KeyView);
-    RememberView(KeyView);
+void FitToModel() {
+    FitView(KeyView);
 }
 
 void StickToGrid() {
@@ -233,7 +231,7 @@ const Command Commands[] = {
     {Key(','), "Set working area", InEveryMode, Safe, NotYet},
     {263, "Set rotation centre", InEveryMode, Safe, SetRotationCentre},
     {EndCharacter, "Reset rotation centre", InEveryMode, Safe, ResetCentre},
-    {HomeCharacter, "Fit view", InEveryMode, Safe, FitView},
+    {HomeCharacter, "Fit view", InEveryMode, Safe, FitToModel},
 
     // Windows
     {Key('?'), "Manual", InEveryMode, Safe, OpenTheManual},

@@ -1,7 +1,9 @@
 #include "interaction/views_test.h"
 
 #include "geometry/vectors.h"
+#include "gooey/event_loop.h"
 #include "gooey/pointer.h"
+#include "interaction/view_commands.h"
 #include "platform/events.h"
 #include "platform/input.h"
 #include "views/display_flags.h"
@@ -212,6 +214,27 @@ TEST_F(Manipulation, ShiftPansWithTheWheelAndCtrlTurns) {
     Shown().ViewMatrix = before;
     turn("LeftCtrl", gl::WHEELX, -gl::WHEELNOTCH);
     ExpectMatrix(Turned(before, YawMatrix(10)));
+}
+
+TEST_F(Manipulation, TheKeyThatFitsTheViewShowsItAtOnce) {
+    static int draws;
+    TheInputSlots.DoSafeCommand = [](int code) {
+        if (code == HomeCharacter)
+            FitView(KeyView);
+        return 1;
+    };
+    const Matrix before = Shown().ViewMatrix;
+    Shown().ViewMatrix = Moved(before, 3, 5, -2);
+    InView("move" + Off(0, 0));
+    Viewport[0]->DrawFn = [] {
+        ++draws;
+        DrawView();
+    };
+    draws = 0;
+    InView("key Home");
+    EXPECT_EQ(draws, 1);
+    ExpectMatrix(before);
+    EXPECT_EQ(DefaultObject3D().ViewMatrix, Shown().ViewMatrix);
 }
 
 class Flying : public Manipulation {
