@@ -284,6 +284,21 @@ TEST_F(Flying, TheChordStops) {
     EXPECT_NEAR(Fly(stop + "wait 200")[3][1], stopped[3][1], 1e-2);
 }
 
+TEST_F(Flying, StartsFromAViewStraightDownThatRoundingHasStretched) {
+    for (const double pitch : {90.0, -90.0}) {
+        Matrix down = Start;
+        const Matrix rotation = PitchMatrix(pitch);
+        for (int row = 0; row < 3; ++row)
+            for (int column = 0; column < 3; ++column)
+                down[row][column] = rotation[row][column] * (1 + 1e-15);
+        Start = down;
+        const Matrix flown = Fly("wait 10");
+        for (int row = 0; row < 3; ++row)
+            for (int column = 0; column < 3; ++column)
+                EXPECT_NEAR(flown[row][column], down[row][column], 1e-4) << pitch;
+    }
+}
+
 TEST_F(Flying, ThePointerSteers) {
     const double heading = 45, ticks = 200, offset = 100;
     const Matrix turned = Fly("move" + Off(offset, 0) + "\nwait 200");
