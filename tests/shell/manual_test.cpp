@@ -1,5 +1,8 @@
 #include "gooey/event_loop.h"
+#include "gooey/menu.h"
 #include "shell/commands.h"
+#include "shell/menu_walk.h"
+#include "shell/menus.h"
 
 #include <gtest/gtest.h>
 
@@ -89,6 +92,22 @@ TEST(Manual, HasThePagesThatTheProgramOpens) {
     }
 }
 
+/// A shortcut with a letter has two forms; a page that gives the other one has its reader look for it in vain.
+TEST(Manual, GivesShortcutsAsTheMenusShowThem) {
+    std::set<std::string> shown;
+    for (const MenuEntry* const* bar : {ObjectMenus, SceneMenus})
+        ForEveryEntryOf(bar, [&](const MenuEntry& entry) {
+            if (entry.Shortcut < 0)
+                shown.insert(std::string("Alt+") + static_cast<char>(-entry.Shortcut));
+        });
+    for (const auto& entry : fs::directory_iterator(Manual)) {
+        if (entry.path().extension() != ".html")
+            continue;
+        for (const std::string& shortcut : AllMatches(TextOf(entry.path()), "\\b((?:Ctrl|Alt)\\+[A-Z])\\b"))
+            EXPECT_TRUE(shown.count(shortcut)) << entry.path() << ": " << shortcut;
+    }
+}
+
 // ---- The table of keys
 
 std::string KeyName(int code) {
@@ -112,7 +131,7 @@ std::string KeyName(int code) {
     if (const auto name = names.find(code); name != names.end())
         return name->second;
     if (code >= CtrlCharacter('A') && code <= CtrlCharacter('Z'))
-        return std::string("Ctrl+") + static_cast<char>(code - CtrlCharacter('A') + 'A');
+        return std::string("Alt+") + static_cast<char>(code - CtrlCharacter('A') + 'A');
     return std::string(1, static_cast<char>(std::toupper(code)));
 }
 
