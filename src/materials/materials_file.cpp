@@ -10,6 +10,7 @@
 #include "store/accessors.h"
 #include "store/material_list.h"
 #include "store/pools.h"
+#include "store/storage.h"
 #include "store/walks.h"
 
 #include <algorithm>
@@ -106,8 +107,11 @@ int ReadMaterialsFile(const char* name) {
     std::FILE* file = std::fopen(name, "r");
     if (!file)
         return 0;
+    // Naming a material counts as a change of the model, which these are not part of.
+    const int workSaved = WorkSaved;
     if (FindLineInFile(file, Header))
         ReadEntries(file);
+    WorkSaved = workSaved;
     std::fclose(file);
     return LoadedMaterials != nullptr;
 }

@@ -15,6 +15,7 @@
 #include "store/walks.h"
 #include "textures/filters.h"
 #include "textures/image_file.h"
+#include "textures/texture_changes.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_library.h"
 
@@ -101,9 +102,16 @@ void WriteTexture(std::FILE* file, const Texture* texture) {
     std::fputs("\n\n", file);
 }
 
+void MergeChosenTextures() {
+    const Texture* before = CurrentTexture();
+    MergeLoadedTextures();
+    if (CurrentTexture() != before)
+        TextureAppChange();
+}
+
 constexpr PaletteFiles TextureFiles = {TexturesExtension,
                                        ReadTexturesFile,
-                                       MergeLoadedTextures,
+                                       MergeChosenTextures,
                                        WriteTexturesFile,
                                        "There are no textures in this file,\nor their images are missing:",
                                        "Couldn't write texture file"};

@@ -163,6 +163,13 @@ TEST_F(MaterialsFile, MergingAddsOnlyWhatIsMissing) {
     EXPECT_EQ(Names(FirstMaterial()), (std::vector<std::string>{"Red", "Red", "Blue"}));
     EXPECT_EQ(LoadedMaterials, nullptr);
     EXPECT_TRUE(MaterialsNeedDefining);
+    EXPECT_FALSE(WorkSaved);
+
+    WorkSaved = 1;
+    ReadMaterialsFile(path.c_str());
+    MergeLoadedMaterials();
+    EXPECT_EQ(Names(FirstMaterial()).size(), 3u);
+    EXPECT_TRUE(WorkSaved) << "nothing was missing";
 }
 
 TEST_F(MaterialsFile, ANewModelStartsWithTheDefaults) {

@@ -180,10 +180,13 @@ TEST_F(Textures, PalettesAreSavedAndLoadedByTheFileSelector) {
     Settle();
     Play("in \"Save file as\"\nmove 60 110\ntype mine\nkey Return");
     b->ClampS = 1;
-    LoadTexturePalette();
-    Choose("mine.kirvo_textures");
-    EXPECT_EQ(Names(FirstTexture()), (Strings{"a", "b", "b"}));
-    EXPECT_FALSE(Answer("Continue"));
+    for (const char* time : {"the first time, another texture becomes current", "the second, there is nothing new"}) {
+        LoadTexturePalette();
+        Choose("mine.kirvo_textures");
+        EXPECT_EQ(Names(FirstTexture()), (Strings{"a", "b", "b"})) << time;
+        EXPECT_EQ(Changes, 1) << time;
+        EXPECT_FALSE(Answer("Continue")) << time;
+    }
 
     std::filesystem::remove(directory.Path() / "a");
     std::filesystem::remove(directory.Path() / "b");
