@@ -10,7 +10,6 @@
 #include "views/capabilities.h"
 #include "views/clipping.h"
 #include "views/culling.h"
-#include "views/default_views.h"
 #include "views/display_flags.h"
 #include "views/grid.h"
 #include "views/kept_drawings.h"
@@ -248,8 +247,6 @@ void DrawWorkWindow(View* view) {
     SussSpecialDraw();
     if (!Moving)
         BusyStatus();
-    if (view->Stale)
-        SussViewProjection(view, ShownRadius());
     Subpixelling(1);
     if (ItsAVGX)
         DoSubDivide = view->Perspective;

@@ -65,7 +65,7 @@ void LoadParallel(View* view, double radius) {
 /// The projection fits the window that is drawn in, whatever happened to its shape since it was computed.
 void FitProjectionToWindow(View* view, double radius) {
     const double vertical = view->Projection[1][1];
-    if (!std::isfinite(vertical) || vertical <= 0)
+    if (view->Stale || !std::isfinite(vertical) || vertical <= 0)
         SussViewProjection(view, radius);
     else
         view->Projection[0][0] = vertical / WindowAspect();

@@ -26,6 +26,7 @@
 #include "views/scene_views.h"
 #include "views/status_line.h"
 #include "views/structure_preview.h"
+#include "views/view_transform.h"
 #include "views/work_area.h"
 
 #include <algorithm>
@@ -208,6 +209,8 @@ void CheckView(int device, short value) {
     const int number = NumberOfCurrentViewport();
     ValidateView(number);
     View* view = ViewOfViewport(number);
+    // The view may not have been drawn since it became this one: what the pointer means must not wait for that.
+    SetUpView(view, 0);
     switch (device) {
     case gl::LEFTMOUSE:
         PressButton(TheViewportSlots.StartLeftModel, view, value);

@@ -3,6 +3,7 @@
 #include "geometry/vectors.h"
 #include "gooey/event_loop.h"
 #include "gooey/pointer.h"
+#include "interaction/picking.h"
 #include "interaction/view_commands.h"
 #include "platform/events.h"
 #include "platform/input.h"
@@ -235,6 +236,31 @@ TEST_F(Manipulation, TheKeyThatFitsTheViewShowsItAtOnce) {
     EXPECT_EQ(draws, 1);
     ExpectMatrix(before);
     EXPECT_EQ(DefaultObject3D().ViewMatrix, Shown().ViewMatrix);
+}
+
+/// A hurried user's click may come before the view that a key has just brought was ever drawn.
+TEST_F(Manipulation, ClicksMeanTheViewThatTheKeyBeforeThemHasBrought) {
+    static double found[3];
+    TheInputSlots.DoSafeCommand = [](int code) {
+        SetDefaultView(KeyView, code == 't' ? Top : Direction3D);
+        // As when it was last shown in another number of views, of a smaller model.
+        KeyView->Stale = 1;
+        KeyView->Projection[1][1] *= 2;
+        return 1;
+    };
+    LeftClickFunc = [](View* view) { ClickSomewhere(view, nullptr, found, 1); };
+    WindowScope scope(Viewport[0]);
+    for (const char key : {'t', '3'}) {
+        CheckView(gl::KEYBD, static_cast<short>(key));
+        MouseX = Width() / 2 + 40;
+        MouseY = Height() / 2 - 30;
+        CheckView(gl::LEFTMOUSE, 1);
+        const std::vector<double> early(found, found + 3);
+        Settle();
+        CheckView(gl::LEFTMOUSE, 1);
+        for (int axis = 0; axis < 3; ++axis)
+            EXPECT_NEAR(early[axis], found[axis], Close) << key << axis;
+    }
 }
 
 class Flying : public Manipulation {
