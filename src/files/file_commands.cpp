@@ -26,6 +26,7 @@
 #include "textures/texture_file.h"
 #include "views/main_window.h"
 
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -90,12 +91,38 @@ int SaveUnderCurrentName() {
     return 1;
 }
 
+/// Gives a model without a name one that no file in its directory has: nobody has chosen what is replaced.
+void NameAfterNoFile() {
+    std::string name = msg(MsgUnnamed);
+    struct stat status;
+    for (int number = 2; lstat(PathOf(FilePath, name.c_str()).c_str(), &status) == 0; ++number)
+        name = std::string(msg(MsgUnnamed)) + "-" + std::to_string(number);
+    CopyFileName(FileName, name.c_str());
+}
+
+/// The name is not the user's, and file selectors do not list it.
+void TellWhereItIsSaved() {
+    const std::string text = "The model had no name yet. It is saved as " + CurrentPath();
+    if (Quitting)
+        std::fprintf(stderr, "Kirvo: %s\n", text.c_str());
+    else
+        TellUserS(text.c_str());
+}
+
 int SaveAtOnce() {
-    if (!*FileName)
-        CopyFileName(FileName, msg(MsgUnnamed));
-    // The user has not chosen what is replaced.
-    const BackupsOn backups(ModelIsUnnamed() || NameIsOfUnreadFile);
-    return SaveModelFile(CurrentPath().c_str());
+    const bool unnamed = ModelIsUnnamed();
+    const std::string oldName = FileName;
+    if (unnamed)
+        NameAfterNoFile();
+    const BackupsOn backups(NameIsOfUnreadFile);
+    if (!SaveModelFile(CurrentPath().c_str())) {
+        CopyFileName(FileName, oldName.c_str());
+        return 0;
+    }
+    NoteWorkSaved();
+    if (unnamed)
+        TellWhereItIsSaved();
+    return 1;
 }
 
 void OpenSelector(int mode, const char* name) {

@@ -10,7 +10,7 @@ enum FileOperation {
     FileSave = 2,
     FileSaveAs = 3,
     FileMerge = 4,
-    /// Save under the current name without questions.
+    /// Save under the current name without questions. A model without one gets a name that no file has, which is told.
     FileSaveAtOnce = 5,
 };
 

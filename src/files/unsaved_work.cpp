@@ -41,12 +41,7 @@ void QuestionEvent(int device, short value) {
 
 /// Whether the action may go on. A save that failed must not lose the work.
 bool SaveOrDiscard(int answer) {
-    if (answer == AnswerDiscard)
-        return true;
-    if (answer != AnswerSave || !DoFileOperation(FileSaveAtOnce))
-        return false;
-    WorkSaved = 1;
-    return true;
+    return answer == AnswerDiscard || (answer == AnswerSave && DoFileOperation(FileSaveAtOnce));
 }
 
 } // namespace

@@ -170,6 +170,17 @@ TEST_F(Files, UnsavedWorkIsAskedAbout) {
     EXPECT_FALSE(fs::exists(InHome("Unnamed")));
 }
 
+TEST_F(Files, ModelsWithoutANameDoNotReplaceEachOther) {
+    const ProgramEnd end = Play("nameless.script");
+    ExpectGoodEnd(end);
+    EXPECT_TRUE(Shows(Report("told.json"), "Notice"));
+    EXPECT_EQ(TitleIn("Unnamed"), "First");
+    EXPECT_EQ(TitleIn("Unnamed-2"), "Second");
+    EXPECT_NE(end.Errors.find(InHome("Unnamed-2")), std::string::npos) << end.Errors;
+    ExpectGoodEnd(program.Play("report again.json\n"));
+    EXPECT_EQ(FileIn("again.json"), "Unnamed-2");
+}
+
 TEST_F(Files, AnotherMachinesCreditsAreShownButKept) {
     for (const int publicDomain : {0, 1}) {
         ModelBytes model("3.05");
@@ -236,6 +247,15 @@ TEST_F(Files, ACheckpointBringsTheWorkBack) {
     EXPECT_EQ(FileIn("restored.json"), "my models/a house.kirvo*");
     // The normal end leaves none of the files.
     EXPECT_EQ(HomeNames(), (Names{".kirvorc", "after.json", "before.json", "my models", "restored.json"}));
+}
+
+// After a crash it would come back under the name of the file that holds newer work.
+TEST_F(Files, TheAnswerSaveDropsTheCheckpoint) {
+    Write("house.kirvo", Model());
+    Write(".kirvorc", EveryMinute);
+    ExpectGoodEnd(Play("checkpoint_saved.script", "house"));
+    EXPECT_EQ(TitleIn("house.kirvo"), "Newer");
+    EXPECT_FALSE(fs::exists(InHome("CheckPoint.kirvo")));
 }
 
 TEST_F(Files, ACheckpointThatCannotBeReadIsKept) {
