@@ -10,7 +10,6 @@
 #include "store/storage.h"
 #include "store/work_polygons.h"
 #include "views/grid.h"
-#include "views/scene_views.h"
 #include "views/view_transform.h"
 
 #include <algorithm>
@@ -90,7 +89,8 @@ int IntersectGrid(View* view, double* point) {
 
     const Matrix grid = GridMat(view);
     const double square = OneGridSquare();
-    const double limit = (ObjectIsolated ? GridSteps() : SceneGridSteps) * square * GridReach;
+    // A model smaller than the smallest square has a grid of no steps, and a file may ask for fewer; one is drawn.
+    const double limit = std::max(ShownGridSteps(), 1) * square * GridReach;
     TransformCoordinate(hit, MatrixInverse(grid), hit);
     for (int axis = 0; axis < 2; ++axis) {
         hit[axis] = std::clamp(hit[axis], -limit, limit);

@@ -134,6 +134,14 @@ TEST_F(PickingTest, TheGridIsMetSnappedAndNeverLeft) {
     ASSERT_EQ(IntersectGrid(&far, point), 1);
     ExpectNear(point, {edge * 0.01, -edge * 0.01}, 1e-9);
 
+    const int wholeGrid = GridSteps();
+    for (const int steps : {0, -5}) {
+        GridSteps() = steps;
+        ASSERT_EQ(IntersectGrid(&far, point), 1);
+        ExpectNear(point, {3 * square * 0.01, -3 * square * 0.01}, 1e-9);
+    }
+    GridSteps() = wholeGrid;
+
     // Edge on there is no grid; behind the eye only a 2D view may have it, and only when it is asked for.
     View edgeOn = Drawn(FrontView());
     EXPECT_EQ(IntersectGrid(&edgeOn, point), 0);
