@@ -12,6 +12,7 @@
 #include "views/labels.h"
 #include "views/view_transform.h"
 
+#include <cmath>
 #include <cstdio>
 #include <unordered_map>
 #include <vector>
@@ -162,8 +163,13 @@ void LabelNewest(View* view, const Matrix& markers) {
     double eye[3];
     TransformPoint(NewVertices->Position, markers, eye);
     const float place[3] = {static_cast<float>(eye[0]), static_cast<float>(eye[1]), static_cast<float>(eye[2])};
+    double p[3];
+    for (int axis = 0; axis < 3; ++axis) {
+        // Points on the grid miss zero by rounding errors of either sign: no "-0.00" for these.
+        const double place = NewVertices->Position[axis];
+        p[axis] = std::fabs(place) < 0.005 ? 0 : place;
+    }
     char text[200];
-    const double* p = NewVertices->Position;
     std::snprintf(text, sizeof text, "(%.2f, %.2f, %.2f)", p[0], p[1], p[2]);
     LabelPoint(view, place, text);
 }

@@ -262,6 +262,17 @@ TEST_F(Drawing, MarksVerticesWithThreePixels) {
     EXPECT_GT(Count(White), 3 * 8 + 40) << "the label";
 }
 
+TEST_F(Drawing, LabelsThatAreAlmostZeroHaveNoSign) {
+    View& view = LookFrom(Front, 3);
+    LabelLastNewVertex = 1;
+    AddNewVertex(-1, 0, 0);
+    Draw(view);
+    const gl::Picture zero = Shown();
+    NewVertices->Position[2] = -2e-20;
+    Draw(view);
+    EXPECT_EQ(gl::DifferingPixels(Shown(), zero, 0, nullptr), 0);
+}
+
 TEST_F(Drawing, HidesVerticesBehindTheGrid) {
     AddPoint(0, 0, 1);
     AddPoint(0.5, 0, -1);
