@@ -38,8 +38,9 @@ Object* BuildGround() {
     ObjectBuilder builder("Ground");
     SubObject* land = builder.BeginPart("Land");
     const Surface grass = Smooth(Textured("grass", 9, 9)), road = Textured("road", 1, 7);
-    const Surface fields[] = {Smooth(Textured("wheat", 6, 6)), grass, Smooth(Textured("furrows", 5, 5)), grass,
-                              Smooth({NamedMaterial("Clover", {0.72, 0.85, 0.55}), NamedTexture("grass"), 4, 4})};
+    Surface clover = Smooth({NamedMaterial("Clover", {0.72, 0.85, 0.55}), NamedTexture("grass"), 4, 4});
+    clover.Plain = NamedMaterial("Clover leaves", {0.30, 0.48, 0.12});
+    const Surface fields[] = {Smooth(Textured("wheat", 6, 6)), grass, Smooth(Textured("furrows", 5, 5)), grass, clover};
     constexpr int Columns = 32;
     constexpr double Rows[] = {-110,     -98, -86, -74, -62, -50, -36, -22, -10, -RoadHalf,
                                RoadHalf, 10,  22,  36,  50,  62,  74,  86,  98,  110};
@@ -86,7 +87,8 @@ Object* BuildTree(const char* name, const char* image, double width, double heig
     ObjectBuilder builder(name);
     SubObject* picture = builder.BeginPart("Picture");
     // Unlit: the light is in the picture.
-    Surface surface = {NamedMaterial("White", {1, 1, 1}), NamedTexture(image), 0, 0};
+    Surface surface = Textured(image, 0, 0);
+    surface.Material = NamedMaterial("White", {1, 1, 1});
     surface.Lighting = LightingUnlit;
     surface.Texture->ClampS = surface.Texture->ClampT = 1;
     const double half = width / 2;

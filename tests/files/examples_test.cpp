@@ -4,6 +4,7 @@
 #include "support/temporary_directory.h"
 #include "views/display_flags.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -71,6 +72,9 @@ TEST_F(Examples, AreWholeModels) {
             for (const Polygon* polygon : EveryPolygon(object)) {
                 ++counts.LeastPolygons;
                 counts.Decals += polygon->Parent != nullptr;
+                const float* plain = polygon->Material->Diffuse;
+                EXPECT_FALSE(polygon->Texture && std::min({plain[0], plain[1], plain[2]}) == 1)
+                    << object->Name << " is white where textures are not shown";
             }
         }
         for (const Branch* branch : EveryBranch(Scene()))
