@@ -156,9 +156,13 @@ int WidestLabel(const GadgetFont& font, int count, const char* const* labels) {
     return widest;
 }
 
+int PaddingOf(int flags) {
+    return flags & ButtonsNarrow ? 8 : 24;
+}
+
 Row LayOut(int x, int y, int width, int flags, int count, const char* const* labels, const int* geometry) {
     const GadgetFont& font = FontFor(flags);
-    int padding = flags & ButtonsNarrow ? 8 : 24;
+    int padding = PaddingOf(flags);
     bool ofTextWidth = (flags & LayoutBits) == ButtonsOfTextWidth;
     int buttonWidth = ofTextWidth ? WidestLabel(font, count, labels) + padding : width;
     if (flags & ButtonsStacked)
@@ -249,4 +253,21 @@ void MoveButtons(Gadget* head, int x) {
         GadgetData<Button>(member).X += offset;
         GadgetData<Button>(member).TextX += offset;
     }
+}
+
+int SetButtonsNarrow(Gadget* head, bool narrow) {
+    ButtonGroup& group = GadgetData<ButtonGroup>(head);
+    const int flags = (group.Flags & ~ButtonsNarrow) | (narrow ? ButtonsNarrow : 0);
+    const int wider = PaddingOf(flags) - PaddingOf(group.Flags);
+    group.Flags = flags;
+    for (Gadget* member = head->Next; member; member = member->Next) {
+        Button& button = GadgetData<Button>(member);
+        const int offset = button.Index * wider;
+        button.X += offset;
+        button.BaseX += offset;
+        button.TextX += offset + wider / 2;
+        button.BaseTextX += offset + wider / 2;
+        button.W += wider;
+    }
+    return group.Count * (PaddingOf(0) - PaddingOf(flags));
 }

@@ -65,3 +65,7 @@ void SetButtonsMinX(Gadget* head, int x);
 
 /// Moves a group that counts from the window's left edge: its first button's left edge goes to x.
 void MoveButtons(Gadget* head, int x);
+
+/// Leaves less room around the texts of a row of buttons as wide as their texts, or the usual room again; the first
+/// stays where it is. Returns by how many pixels the row is now shorter than usual.
+int SetButtonsNarrow(Gadget* head, bool narrow);

@@ -43,38 +43,55 @@ int TitleCount(const PullDownBar& bar) {
     return count;
 }
 
-int LabelWidths(const PullDownBar& bar) {
+int LabelWidths(const PullDownBar& bar, int font) {
     int width = 0;
     for (const MenuTitle* title = bar.Titles; title; title = title->Next)
-        width += title->Items->LabelWidth;
+        width += TextWidthIn(font, title->Label);
     return width;
 }
 
-int PaddingOf(const PullDownBar& bar) {
+/// How the titles of a bar are set: their font, and what lies between the labels.
+struct Setting {
+    int Font, Padding;
+    /// 0 when even the narrowest letters are too wide.
+    int Fits;
+};
+
+Setting SettingOf(const PullDownBar& bar) {
     if (!bar.Reserve)
-        return TitlePadding;
-    int room = RealWidth() - bar.Reserve - ChopMargin - BarMargin - FirstTitleX - LabelWidths(bar);
-    return std::clamp(room / std::max(1, TitleCount(bar)), LeastPadding, TitlePadding);
+        return {MenuFont, TitlePadding, 1};
+    const int room = RealWidth() - bar.Reserve - ChopMargin - BarMargin - FirstTitleX;
+    const int count = std::max(1, TitleCount(bar));
+    Setting setting = {};
+    for (int form = 0; form <= NarrowestForm && !setting.Fits; ++form) {
+        setting.Font = FormOfFont(MenuFont, form);
+        const int space = room - LabelWidths(bar, setting.Font);
+        setting.Padding = std::clamp(space / count, LeastPadding, TitlePadding);
+        setting.Fits = space >= count * LeastPadding;
+    }
+    return setting;
 }
 
 void PlaceTitles(const PullDownBar& bar) {
-    int x = FirstTitleX, padding = PaddingOf(bar);
+    const Setting setting = SettingOf(bar);
+    int x = FirstTitleX;
     for (MenuTitle* title = bar.Titles; title; title = title->Next) {
         title->X = x;
         title->Y = CurrentWindow->Height - PullDownBarHeight;
-        title->Width = title->Items->LabelWidth + padding;
+        title->Width = TextWidthIn(setting.Font, title->Label) + setting.Padding;
         x += title->Width;
     }
 }
 
 void DrawBar(Gadget* gadget) {
-    PlaceTitles(GadgetData<PullDownBar>(gadget));
+    const PullDownBar& bar = GadgetData<PullDownBar>(gadget);
+    PlaceTitles(bar);
+    const Setting setting = SettingOf(bar);
     SetColour(White);
     DrawBox(0, CurrentWindow->Height - PullDownBarHeight, CurrentWindow->Width, PullDownBarHeight, ShadeBar);
     gl::cpack(Black);
-    for (MenuTitle* title = GadgetData<PullDownBar>(gadget).Titles; title; title = title->Next)
-        DrawMenuText(title->X + (title->Width - title->Items->LabelWidth) / 2, CurrentWindow->Height - LabelBelowTop,
-                     title->Label);
+    for (const MenuTitle* title = bar.Titles; title; title = title->Next)
+        DrawTextIn(setting.Font, title->X + setting.Padding / 2, CurrentWindow->Height - LabelBelowTop, title->Label);
 }
 
 MenuTitle* TitleUnderPointer(const PullDownBar& bar) {
@@ -227,7 +244,13 @@ void ReserveRightOfBar(Gadget* bar, int reserve) {
     GadgetData<PullDownBar>(bar).Reserve = reserve;
 }
 
+int PullDownBarFits(const Gadget* bar) {
+    return SettingOf(GadgetData<PullDownBar>(bar)).Font == MenuFont;
+}
+
 int PullDownBarShift(const Gadget* bar) {
     const PullDownBar& titles = GadgetData<PullDownBar>(bar);
-    return TitleCount(titles) * (TitlePadding - PaddingOf(titles));
+    const Setting setting = SettingOf(titles);
+    return LabelWidths(titles, MenuFont) - LabelWidths(titles, setting.Font) +
+           TitleCount(titles) * (TitlePadding - setting.Padding);
 }

@@ -37,7 +37,10 @@ Gadget* AddMenuChopStart();
 Gadget* AddMenuChopEnd();
 
 /// Moves the titles of a bar, and the end of its bracket, closer together in a window that is too narrow for them and
-/// for `reserve` pixels right of the bracket; in a wide one they lie as they were added. 0: they never move.
+/// for `reserve` pixels right of the bracket, and at last makes their letters narrower; in a wide one they lie as they
+/// were added. 0: they never move.
 void ReserveRightOfBar(Gadget* bar, int reserve);
+/// 1 while no letters need to be narrower.
+int PullDownBarFits(const Gadget* bar);
 /// How far the bracket of a bar ends left of where it ends in a wide window; as the window is now.
 int PullDownBarShift(const Gadget* bar);

@@ -190,10 +190,15 @@ void LabelWindow(View* view, std::uint32_t background, const char* name) {
     }
     const PixelScope pixels;
     constexpr int left = 8, belowTop = 26, height = 22, descent = 5;
-    const std::string text = std::string(name) + " " + msg(label);
+    const std::string kind = std::string(" ") + msg(label);
+    const int room = CurrentWindow->Width - 2 * left;
+    const int font = FittingFont(NormalFont, (name + kind).c_str(), room);
+    // What kind of view it is must be seen, whatever the name.
+    const std::string text = ShortenedName(font, name, room - TextWidthIn(font, kind.c_str())) + kind;
     const int baseline = CurrentWindow->Height - belowTop;
-    DrawBackedText(left, baseline, StringWidth(text.c_str()), height, descent, background);
-    DrawText(left, baseline, text.c_str(), White);
+    DrawBackedText(left, baseline, TextWidthIn(font, text.c_str()), height, descent, background);
+    gl::cpack(White);
+    DrawTextIn(font, left, baseline, text.c_str());
 }
 
 void Draw3dAxis(View* view, std::uint32_t background) {

@@ -61,8 +61,9 @@ struct StripGadgets {
     Gadget* ObjectMenu[3];
     Gadget* ModeButtons;
     Gadget* EditScene;
-    // Where the two lie in a window that is wide enough, and where the last of them ends.
-    int ModeButtonsX, EditSceneX, Right;
+    // Where the two lie in a window that is wide enough, and where the last of them ends; what is right of the scene's
+    // menus there.
+    int ModeButtonsX, EditSceneX, Right, SceneMenuEnd;
 };
 
 StripGadgets Strip;
@@ -93,6 +94,7 @@ void ChangeMode(GadgetArg) {
 
 void AddStrip() {
     AddBar(Strip.SceneMenu, TheMainWindowSlots.AddSceneModeMenu);
+    Strip.SceneMenuEnd = GooeyRight;
     AddBar(Strip.ObjectMenu, TheMainWindowSlots.AddSingleObjectMenu);
     static constexpr const char* modes[] = {"Polygon", "Vertex"};
     Strip.ModeButtonsX = GooeyRight;
@@ -102,18 +104,29 @@ void AddStrip() {
     Strip.EditScene =
         AddCheckBox(GooeyRight, EditSceneY, 0, CheckSmallFont, nullptr, "Edit scene", ChangeMode, &SceneMode);
     Strip.Right = GooeyRight;
-    for (Gadget* bar : {Strip.SceneMenu[1], Strip.ObjectMenu[1]})
-        if (bar)
-            ReserveRightOfBar(bar, Strip.Right - Strip.ModeButtonsX);
+    if (Strip.SceneMenu[1])
+        ReserveRightOfBar(Strip.SceneMenu[1], Strip.Right - Strip.EditSceneX);
 }
 
-// In a narrow window the menus move together, and the mode controls follow them.
+// In a narrow window the menus move together, and the mode controls follow them and become narrower.
 void PlaceModeControls() {
-    const int shift = Strip.ObjectMenu[1] ? PullDownBarShift(Strip.ObjectMenu[1]) : 0;
-    if (Strip.ModeButtons)
-        MoveButtons(Strip.ModeButtons, Strip.ModeButtonsX - shift);
-    if (Strip.EditScene)
-        GadgetData<CheckBox>(Strip.EditScene).X = Strip.EditSceneX - shift;
+    if (!Strip.ModeButtons)
+        return;
+    int saved = 0, shift = 0;
+    if (Gadget* menu = Strip.ObjectMenu[1]) {
+        const int reserve = Strip.Right - Strip.ModeButtonsX;
+        ReserveRightOfBar(menu, reserve);
+        saved = SetButtonsNarrow(Strip.ModeButtons, !PullDownBarFits(menu));
+        ReserveRightOfBar(menu, reserve - saved);
+        shift = PullDownBarShift(menu);
+    }
+    MoveButtons(Strip.ModeButtons, Strip.ModeButtonsX - shift);
+    int boxX = Strip.EditSceneX - shift - saved;
+    // Without the buttons there is more room.
+    if (Gadget* menu = SceneMode ? Strip.SceneMenu[1] : nullptr)
+        boxX = std::max(std::min(boxX, CurrentWindow->Width - (Strip.Right - Strip.EditSceneX)),
+                        Strip.SceneMenuEnd - PullDownBarShift(menu));
+    GadgetData<CheckBox>(Strip.EditScene).X = boxX;
 }
 
 void ClearStrip() {
@@ -130,10 +143,12 @@ void PrepareStrip() {
         Show(gadget, shown && !SceneMode);
     Show(Strip.ModeButtons, shown && !SceneMode);
     Show(Strip.EditScene, shown);
-    if (shown)
+    if (shown) {
         PlaceModeControls();
-    else
+    } else {
         ClearStrip();
+        PlaceToolBarButtons();
+    }
 }
 
 // Where the viewport's border goes, in pixels of the main window.

@@ -48,7 +48,7 @@ void DrawTextBox(const std::string& text) {
     if (text.empty())
         return;
     gl::cpack(Black);
-    FittedText(TextX, TextY, CurrentWindow->Width - 2 * TextX, text.c_str());
+    FittedText(DefaultFont, TextX, TextY, CurrentWindow->Width - 2 * TextX, text.c_str());
 }
 
 std::string BusyText() {

@@ -44,9 +44,12 @@ Gadget* Kept = nullptr;
 int ClearsQueued = 0;
 int StaleClears = 0;
 
+// The buttons at the right, null when there are none; their width with the window's edge, and where the tool's own
+// gadgets end.
+Gadget* BarButtons = nullptr;
+int BarButtonsWidth, ToolsEnd;
+
 // `margin` is what the buttons take beside their labels.
-// At the right edge, but clear of the tool's own gadgets. Where a long bar would push them out of the window they
-// come closer to it, and at last become narrower.
 void AddBarButtons(void (*choice)(), std::span<const int> labels, int margin) {
     int x = -margin, widest = 0;
     for (const int label : labels) {
@@ -54,12 +57,10 @@ void AddBarButtons(void (*choice)(), std::span<const int> labels, int margin) {
         widest = std::max(widest, SmallWidth(msg(label)));
     }
     const int count = static_cast<int>(labels.size());
-    const int width = count * (widest + ButtonPadding) + (count - 1) * NarrowGap + EdgeGap;
-    const int room = CurrentWindow->Width - GooeyRight - width;
-    const bool narrow = room < NarrowGap;
-    const int leftLimit = GooeyRight + (room < Gap ? NarrowGap : Gap);
-    AddIntButtons(x, ButtonsY, 0, ButtonsSmallFont | (narrow ? ButtonsNarrow : 0), count, labels.data(), choice,
-                  nullptr, &leftLimit);
+    BarButtonsWidth = count * (widest + ButtonPadding) + (count - 1) * NarrowGap + EdgeGap;
+    ToolsEnd = GooeyRight;
+    BarButtons = AddIntButtons(x, ButtonsY, 0, ButtonsSmallFont, count, labels.data(), choice, nullptr, nullptr);
+    PlaceToolBarButtons();
 }
 
 void Generate(void (*build)(), void (*choice)(), std::span<const int> labels, int margin) {
@@ -81,9 +82,8 @@ void Generate(void (*build)(), void (*choice)(), std::span<const int> labels, in
     GooeyRight = 0;
     if (build)
         build();
-    if (choice) {
+    if (choice)
         AddBarButtons(choice, labels, margin);
-    }
     DirtyWindow(MainWindow);
 }
 
@@ -99,6 +99,16 @@ void GenerateCancelToolBar(void (*build)(), void (*choice)()) {
 
 void GenerateDoneToolBar(void (*build)(), void (*choice)()) {
     Generate(build, choice, DoneButtons, 75);
+}
+
+void PlaceToolBarButtons() {
+    if (!BarButtons)
+        return;
+    // At the right edge, but clear of the tool's own gadgets. Where a long bar would push them out of the window they
+    // come closer to it, and at last become narrower.
+    const int room = CurrentWindow->Width - ToolsEnd - BarButtonsWidth;
+    SetButtonsNarrow(BarButtons, room < NarrowGap);
+    SetButtonsMinX(BarButtons, ToolsEnd + (room < Gap ? NarrowGap : Gap));
 }
 
 void BasicButtonChoice(KeyHook keyHandler) {
@@ -124,6 +134,7 @@ void DoToolClear() {
     if (!Active)
         return;
     Active = false;
+    BarButtons = nullptr;
     FreeGooeyList(std::exchange(MainWindow->Gadgets, std::exchange(Kept, nullptr)));
     DirtyWindow(MainWindow);
 }

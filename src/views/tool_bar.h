@@ -14,6 +14,9 @@ void GenerateCancelToolBar(void (*build)(), void (*choice)());
 /// With "Done" and "Help" only.
 void GenerateDoneToolBar(void (*build)(), void (*choice)());
 
+/// Lays the buttons out for the window's width, before each drawing; the main window is current.
+void PlaceToolBarButtons();
+
 /// What most choice functions do: passes the button on as a key: Done 32, Cancel 149, Help 63.
 void BasicButtonChoice(KeyHook keyHandler);
 

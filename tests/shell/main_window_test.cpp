@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -101,6 +102,31 @@ TEST_F(MainWindow, KeepsItsShapeAndLeastSize) {
         EXPECT_GE(width, 225);
         EXPECT_GE(height, 150);
         EXPECT_NEAR(width * 2, (height - 60) * 3, 3) << width << " x " << height;
+    }
+}
+
+// Menus and mode controls come closer together and become narrower as far as they can be read.
+TEST_F(MainWindow, ShowsMenusAndModeControlsInNarrowWindows) {
+    const struct {
+        const char* Mode;
+        std::vector<int> Widths;
+    } modes[] = {{"p", {1000, 860, 750, 735, 700, 640, 600}}, {"s", {1000, 750, 640, 600, 560, 500, 450, 425}}};
+
+    for (const auto& mode : modes) {
+        std::string script = "in \"Subview 0\"\nmove 40 40\nkey " + std::string(mode.Mode) + "\nin Kirvo\n";
+        for (const int width : mode.Widths)
+            script += "resize " + std::to_string(width) + " " + std::to_string(width * 2 / 3 + 60) + "\nreport r" +
+                      std::to_string(width) + "\n";
+        Play(script, "box");
+        for (const int width : mode.Widths) {
+            const json window = Main("r" + std::to_string(width));
+            int end = 0;
+            for (const json& gadget : window["gadgets"]) {
+                EXPECT_GE(Extent(gadget, "x"), end) << mode.Mode << width;
+                end = Extent(gadget, "x") + Extent(gadget, "width");
+            }
+            EXPECT_LE(end, Extent(window, "width")) << mode.Mode << width;
+        }
     }
 }
 

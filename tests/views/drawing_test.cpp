@@ -1,6 +1,7 @@
 // Views show the model as they should, pixel by pixel.
 #include "views/view_test.h"
 
+#include "base/memory.h"
 #include "geometry/vectors.h"
 #include "platform/textures.h"
 #include "store/accessors.h"
@@ -431,6 +432,31 @@ TEST_F(Drawing, LabelsViews) {
             if (labelled)
                 Keep("label" + std::to_string(direction));
         }
+    }
+}
+
+// Letters become narrower and names are cut off; the kind of view is seen always.
+TEST_F(Drawing, LabelsEndWithinTheView) {
+    WindowLabels = 1;
+    std::string umlauts;
+    for (int i = 0; i < 300; ++i)
+        umlauts += "\xC3\xB6";
+    for (const std::string& name : {std::string("a name that fits the view in narrow letters only"),
+                                    std::string(300, 'm'), umlauts, std::string(300, '\xFF')}) {
+        Free(ObjectName());
+        ObjectName() = CopyOfString(name.c_str());
+        std::vector<std::string> labels;
+        for (const int direction : {Top, Front}) {
+            Draw(LookFrom(direction, 3));
+            std::string label;
+            for (int y = Height - 32; y < Height - 8; ++y) {
+                EXPECT_EQ(Row(Width - 8, y, 8), "........") << name;
+                label += Row(0, y, Width);
+            }
+            labels.push_back(label);
+            Keep("long label");
+        }
+        EXPECT_NE(labels[0], labels[1]) << name;
     }
 }
 

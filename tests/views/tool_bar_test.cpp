@@ -103,6 +103,25 @@ TEST_F(ToolBar, TheButtonsStayRightOfTheToolsOwnGadgets) {
     }
 }
 
+TEST_F(ToolBar, TheButtonsFollowTheWindowsWidth) {
+    Play("resize 900 660");
+    GenerateToolBar(Build, Choose);
+    for (const int width : {900, 480, 450, 225, 450, 480, 900}) {
+        Play("resize " + std::to_string(width) + " " + std::to_string(width * 2 / 3 + 60));
+        const auto shown = GadgetsOf(MainWindow);
+        DoToolClear();
+        GenerateToolBar(Build, Choose);
+        Settle();
+        const auto expected = GadgetsOf(MainWindow);
+        ASSERT_EQ(shown.size(), expected.size());
+        for (std::size_t i = 0; i < shown.size(); ++i) {
+            EXPECT_EQ(shown[i].Description.Box.X, expected[i].Description.Box.X) << width;
+            EXPECT_EQ(shown[i].Description.Box.Width, expected[i].Description.Box.Width) << width;
+        }
+    }
+    DoToolClear();
+}
+
 TEST_F(ToolBar, ASecondOneIsRefused) {
     GenerateToolBar(Build, Choose);
     testing::internal::CaptureStderr();
