@@ -43,6 +43,8 @@ int LabelOf(int line) {
 void PlaceCentred(int width, int height) {
     const int x = (gl::getgdesc(gl::GD_XPMAX) + 1 - width) / 2, y = (gl::getgdesc(gl::GD_YPMAX) + 1 - height) / 2;
     gl::prefposition(x, x + width - 1, y, y + height - 1);
+    gl::minsize(width, height);
+    gl::maxsize(width, height);
 }
 
 int LockedWidth() {

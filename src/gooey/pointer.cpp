@@ -58,6 +58,9 @@ void WindowAroundMouse(int width, int height) {
     int x = centre(gl::MOUSEX, width, hres);
     int y = centre(gl::MOUSEY, height, vres);
     gl::prefposition(x, x + width, y, y + height);
+    // The gadgets of such windows do not follow their size.
+    gl::minsize(width + 1, height + 1);
+    gl::maxsize(width + 1, height + 1);
 }
 
 void LockMouseToWindow(Window* window) {

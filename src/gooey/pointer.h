@@ -14,7 +14,7 @@ int MouseInBox(int x, int y, int width, int height);
 /// 1 when the pointer is less than `radius` away from the point.
 int MouseInCircle(double x, double y, double radius);
 
-/// Places the next window so that it is centred on the pointer and within the screen.
+/// Places the next window so that it is centred on the pointer and within the screen. It cannot be resized.
 void WindowAroundMouse(int width, int height);
 
 /// Keeps the pointer within the window, except while the left Ctrl key is down.

@@ -211,6 +211,18 @@ TEST_F(Files, AnotherMachinesCreditsAreShownButKept) {
     }
 }
 
+TEST_F(Files, DialogsKeepTheSizeThatTheirGadgetsNeed) {
+    Write("house.kirvo", Model());
+    ExpectGoodEnd(Play("dialogs.script", "house"));
+    const auto size = [&](const char* report) {
+        const Json window = Report(report)["windows"].back();
+        return std::pair(window["width"].get<int>(), window["height"].get<int>());
+    };
+    EXPECT_EQ(size("larger.json"), size("before.json"));
+    EXPECT_EQ(size("smaller.json"), size("before.json"));
+    EXPECT_LT(size("selector.json").first, 400);
+}
+
 TEST_F(Files, EscapeCancelsALongRead) {
     Write("large.kirvo", LargeModel(80000));
     ExpectGoodEnd(Play("cancel_loading.script"));
