@@ -47,6 +47,8 @@ MenuItem* BuildItem(const MenuEntry& entry) {
     MenuItem* item = static_cast<MenuItem*>(AllocateZeros(sizeof(MenuItem)));
     item->Label = CopyOfString(entry.Label);
     item->LabelWidth = MenuTextWidth(entry.Label);
+    item->TitleFont = MenuFont;
+    item->TitleMargin = MenuTitleMargin;
     item->Id = entry.Id;
     item->Kind = entry.Kind;
     item->Check = entry.Check;

@@ -51,6 +51,9 @@ inline constexpr std::int16_t ShiftMiddleMouseShortcut = 152;
 std::int32_t SimpleMenuCheck(int flag);
 std::int32_t ListMenuCheck(int a, int b);
 
+/// What the box of a menu's title leaves left of the label, unless it is made narrower.
+inline constexpr int MenuTitleMargin = 8;
+
 /// An entry of a menu that has been built. Rectangles are in pixels of the window that the menu belongs to.
 struct MenuItem {
     /// The first item of the submenu, or null.
@@ -62,6 +65,8 @@ struct MenuItem {
     /// Null without a shortcut.
     char* ShortcutText;
     std::int32_t LabelX, LabelWidth;
+    /// Of a title: the font of its label, and what the box leaves left of it.
+    std::int32_t TitleFont, TitleMargin;
     std::int32_t ShortcutX, ShortcutWidth;
     std::int32_t Id;
     /// Its submenu is shown.

@@ -107,7 +107,9 @@ MenuItem* ItemsOf(MenuItem* first) {
 }
 
 GadgetBox TitleBoxOf(const MenuItem* first) {
-    return {first->OriginX, first->OriginY + TitleAbovePanel, first->LabelWidth + 20, TitleHeight};
+    constexpr int moreAtTheRight = 4;
+    const int width = first->LabelWidth + 2 * first->TitleMargin + moreAtTheRight;
+    return {first->OriginX, first->OriginY + TitleAbovePanel, width, TitleHeight};
 }
 
 /// The items with the strips above and below them.
@@ -270,7 +272,7 @@ void DrawTitle(const MenuItem* first) {
     DrawPanelFrame(box);
     Fill(box, MenuGrey);
     gl::color(MenuBlack);
-    DrawMenuText(first->OriginX + 8, first->OriginY + 15, first->Label);
+    DrawTextIn(first->TitleFont, first->OriginX + first->TitleMargin, first->OriginY + 15, first->Label);
 }
 
 void DrawLevel(const MenuItem* first) {

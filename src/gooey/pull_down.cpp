@@ -72,13 +72,22 @@ Setting SettingOf(const PullDownBar& bar) {
     return setting;
 }
 
+/// So that the box of an open menu covers no letter of the titles beside it.
+int TitleMarginOf(const Setting& setting) {
+    return std::max(1, MenuTitleMargin - (TitlePadding - setting.Padding) / 2);
+}
+
 void PlaceTitles(const PullDownBar& bar) {
     const Setting setting = SettingOf(bar);
     int x = FirstTitleX;
     for (MenuTitle* title = bar.Titles; title; title = title->Next) {
         title->X = x;
         title->Y = CurrentWindow->Height - PullDownBarHeight;
-        title->Width = TextWidthIn(setting.Font, title->Label) + setting.Padding;
+        MenuItem* label = title->Items;
+        label->LabelWidth = TextWidthIn(setting.Font, title->Label);
+        label->TitleFont = setting.Font;
+        label->TitleMargin = TitleMarginOf(setting);
+        title->Width = label->LabelWidth + setting.Padding;
         x += title->Width;
     }
 }
@@ -112,7 +121,9 @@ int ClickBar(Gadget* gadget) {
     int id = -1;
     {
         MenuSession session;
-        auto show = [&] { session.Show(open->Items, open->X + 4, CurrentWindow->Height - MenuBelowTop); };
+        const Setting setting = SettingOf(bar);
+        const int labelToBox = setting.Padding / 2 - TitleMarginOf(setting);
+        auto show = [&] { session.Show(open->Items, open->X + labelToBox, CurrentWindow->Height - MenuBelowTop); };
         auto follow = [&] {
             MenuTitle* title = TitleUnderPointer(bar);
             if (title && title != open) {

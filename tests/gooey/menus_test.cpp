@@ -8,7 +8,9 @@
 #include "gooey/menu_session.h"
 #include "gooey/pointer.h"
 #include "gooey/pull_down.h"
+#include "gooey/redraw.h"
 #include "gooey/report.h"
+#include "support/temporary_directory.h"
 
 #include "platform/events.h"
 #include "platform/snapshots.h"
@@ -325,6 +327,37 @@ TEST_F(Menus, AChoppedBarEndsWhereItsBracketEnds) {
     gl::Picture picture = gl::WindowPicture(window->Gid);
     EXPECT_NE(picture.at(end - 2, 270), picture.at(end + 2, 270));
     EXPECT_EQ(picture.at(end + 2, 270), picture.at(end + 2, 100));
+}
+
+TEST_F(Menus, AnOpenMenuOfANarrowBarLeavesTheOtherTitlesUncovered) {
+    Window* window = Open("Menus", 100, 100, 400, 300);
+    Gadget* bar = AddPullDownMenu(Bar, Choose);
+    const TemporaryDirectory directory;
+    const std::string file = directory.Path() / "open.png";
+    for (const int reserve : {0, 240, 260, 270, 280, 290}) {
+        ReserveRightOfBar(bar, reserve);
+        DirtyWindow(window);
+        Settle();
+        const gl::Picture closed = gl::ScreenPicture(false);
+        Play("in Menus\nmove 20 285\npress left\nsnapshot \"" + file + "\"\nmove 20 290\nrelease left\n");
+        gl::Picture open;
+        std::string error;
+        ASSERT_TRUE(gl::ReadPng(open, file, error)) << error;
+        const GadgetBox title = GadgetsOf(window)[0].Description.Items[1].Box;
+        const auto isLetter = [&](const gl::Picture& picture, int x, int y) {
+            return (picture.at(window->X + x, window->Y + y) & 0xFFFFFF) < 0x404040;
+        };
+        int letters = 0, covered = 0;
+        // Without the edges of the bar.
+        for (int y = title.Y + 6; y < title.Y + title.Height - 6; ++y)
+            for (int x = title.X; x < title.X + title.Width; ++x)
+                if (isLetter(closed, x, y)) {
+                    ++letters;
+                    covered += !isLetter(open, x, y);
+                }
+        EXPECT_GT(letters, 30) << reserve;
+        EXPECT_EQ(covered, 0) << reserve;
+    }
 }
 
 TEST_F(Menus, ClosingTheWindowEndsTheMenu) {
