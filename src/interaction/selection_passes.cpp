@@ -21,9 +21,9 @@
 
 namespace {
 
-constexpr double VertexReach = 10;      // pixels
-constexpr double VeryClose = 0.0001;    // relative
-constexpr double CloseDistances = 0.01; // relative
+constexpr double VertexReach = 10;       // pixels
+constexpr double VeryClose = 0.0001;     // relative
+constexpr double CloseDistances = 0.001; // relative
 
 /// The place that a pass looks at.
 enum class Place { Pointer, DragBox };

@@ -89,6 +89,18 @@ TEST_F(PickTest, TellsDistancesApartWithTheEyeAmidTheModel) {
     EXPECT_EQ(PickAt(EyeView(0, 0.5, 0), 200, 151), behind);
 }
 
+TEST_F(PickTest, TakesWhatIsSeenOfThingsThatAlmostTouch) {
+    // A board before a narrower one, in a large model that the eye is amid: a bulb behind its glass, a hedge before a
+    // house.
+    Upright(-100, 100, -100, 100, 300);
+    Polygon* board = Upright(-4, 4, -4, 4, 30);
+    Polygon* behind = Upright(-1, 1, -1, 1, 30.15);
+    EXPECT_EQ(PickAt(EyeView(0, 0.5, 0), 201, 151), board);
+    DeletePolygon(behind, 1);
+    Polygon* onIt = Upright(-1, 1, -1, 1, 30.003);
+    EXPECT_EQ(PickAt(EyeView(0, 0.5, 0), 201, 151), onIt);
+}
+
 TEST_F(PickTest, FindsWhatTheLevelAndTheStructureEditorShow) {
     SubObject* shown = SelectedSubObject();
     SelectedLod();

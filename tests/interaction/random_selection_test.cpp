@@ -61,7 +61,7 @@ class PlainRules : public TraversalSink {
         const double depth = depth0 + (depth1 - depth0) * ((MouseX - x0) / (x1 - x0));
         const double distance = projector.DistanceOf(depth);
         bool better = !Picked || depth < Depth;
-        if (Picked && FloatsAreVeryClose(depth, Depth) && std::fabs(distance / Distance - 1) <= 0.01)
+        if (Picked && FloatsAreVeryClose(depth, Depth) && std::fabs(distance / Distance - 1) <= 0.001)
             better = span < Span;
         if (!better)
             return;
