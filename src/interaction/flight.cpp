@@ -49,20 +49,17 @@ void TakeButtons(View* view, int device, short value) {
     UpdateManipulator(view, device, value, FlyManipulator);
 }
 
-/// An element of a rotation, which rounding may have stretched a little beyond what sines and cosines can be.
-double Unstretched(double element) {
-    return std::clamp(element, -1.0, 1.0);
-}
-
 /// The eye's place and angles from the view's matrix.
 void Decompose(const Matrix& m) {
     Flight& flight = TheFlight;
     const double back[3] = {-m[3][0], -m[3][1], -m[3][2]};
     RotateVector(back, MatrixTranspose(m), flight.Eye);
-    flight.Pitch = std::asin(Unstretched(-m[2][1]));
+    // Rounding may have stretched the matrix a little beyond what sines can be.
+    flight.Pitch = std::asin(std::clamp(-m[2][1], -1.0, 1.0));
     if (std::abs(std::cos(flight.Pitch)) < 0.001) {
+        // Straight up or down all turning counts as heading.
         flight.Roll = 0;
-        flight.Heading = std::acos(Unstretched(m[0][0]));
+        flight.Heading = std::atan2(-m[1][0], m[0][0]);
     } else {
         flight.Roll = std::atan2(m[2][0], m[2][2]);
         flight.Heading = std::atan2(m[0][1], m[1][1]);

@@ -310,19 +310,19 @@ TEST_F(Flying, TheChordStops) {
     EXPECT_NEAR(Fly(stop + "wait 200")[3][1], stopped[3][1], 1e-2);
 }
 
-TEST_F(Flying, StartsFromAViewStraightDownThatRoundingHasStretched) {
-    for (const double pitch : {90.0, -90.0}) {
-        Matrix down = Start;
-        const Matrix rotation = PitchMatrix(pitch);
-        for (int row = 0; row < 3; ++row)
-            for (int column = 0; column < 3; ++column)
-                down[row][column] = rotation[row][column] * (1 + 1e-15);
-        Start = down;
-        const Matrix flown = Fly("wait 10");
-        for (int row = 0; row < 3; ++row)
-            for (int column = 0; column < 3; ++column)
-                EXPECT_NEAR(flown[row][column], down[row][column], 1e-4) << pitch;
-    }
+TEST_F(Flying, StartsFromAViewStraightUpOrDownWithoutAJump) {
+    for (const double pitch : {90.0, -90.0})
+        for (const double heading : {0.0, 60.0, 225.0}) {
+            Matrix rotation;
+            MultMatrix(YawMatrix(heading), PitchMatrix(pitch), rotation);
+            for (int row = 0; row < 3; ++row)
+                for (int column = 0; column < 3; ++column)
+                    Start[row][column] = rotation[row][column] * (1 + 1e-15); // as rounding leaves it
+            const Matrix flown = Fly("wait 10");
+            for (int row = 0; row < 3; ++row)
+                for (int column = 0; column < 3; ++column)
+                    EXPECT_NEAR(flown[row][column], rotation[row][column], 1e-4) << pitch << " " << heading;
+        }
 }
 
 TEST_F(Flying, ThePointerSteers) {
