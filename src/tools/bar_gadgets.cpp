@@ -7,13 +7,15 @@
 #include "gooey/label.h"
 #include "gooey/message_gadgets.h"
 #include "gooey/message_table.h"
+#include "gooey/window.h"
 #include "interaction/tool_protocol.h"
 
 namespace {
 
 constexpr int DeleteLast = 71;
-/// Pixels; longer texts are written small, so that the buttons have room in a window of the first size.
-constexpr int WidestBigText = 240;
+/// Pixels that the text leaves to other gadgets, or else is written small: as far as it goes, the buttons are to have
+/// room in the window.
+constexpr int RoomForOthers = 510;
 
 void TypeBackspace() {
     SendToolKey(nullptr, BackspaceCharacter);
@@ -23,7 +25,7 @@ void TypeBackspace() {
 
 void AddBarText(int message) {
     const char* text = msg(message);
-    AddText(8, BarTextY, text, StringWidth(text) <= WidestBigText);
+    AddText(8, BarTextY, text, StringWidth(text) <= CurrentWindow->Width - RoomForOthers);
 }
 
 void AddDeleteLastButton() {

@@ -167,6 +167,27 @@ TEST_F(MainWindow, AToolBarTakesThePlaceOfMenusAndGivesItBack) {
     EXPECT_EQ(Report("scene")["mode"]["object"], false);
 }
 
+TEST_F(MainWindow, ToolBarsFitTheWindow) {
+    const struct {
+        const char* Tool;
+        int Width;
+    } cases[] = {{"Connect vertices to make polygons", 750}, {"Create freehand", 750}, {"Create n-gons", 590}};
+
+    for (const auto& c : cases) {
+        Play("resize " + std::to_string(c.Width) + " " + std::to_string(c.Width * 2 / 3 + 60) +
+                 "\nmenu \"Polygon\" \"" + c.Tool + "\"\nreport tool\n",
+             "box");
+        const json window = Main("tool");
+        int end = 0;
+        for (const json& gadget : window["gadgets"]) {
+            EXPECT_GE(Extent(gadget, "x"), end) << c.Tool << gadget;
+            end = Extent(gadget, "x") + Extent(gadget, "width");
+        }
+        EXPECT_LE(end, c.Width) << c.Tool;
+        EXPECT_GE(end, c.Width - 60) << c.Tool;
+    }
+}
+
 TEST_F(MainWindow, AsksBeforeUnsavedWorkIsLost) {
     const std::string question = " FIleChanged!";
     const auto quit = [&](const std::string& answer) {
