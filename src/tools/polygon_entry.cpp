@@ -90,7 +90,7 @@ void CompletePolygon(View* view) {
         return;
     }
     if (!EntriesHaveArea()) {
-        TellUserS("The corners of a polygon must not all lie in one line...");
+        TellUserS("This polygon would have no area: its corners lie in one line, or its outline crosses itself...");
         return;
     }
     BeforeToolChange();

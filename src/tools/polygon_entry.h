@@ -31,7 +31,7 @@ void RemoveLastPolyVertex();
 void RemoveAllPolyVertices();
 
 /// Makes a polygon of the entered vertices, facing the user in the view, which the current window shows, and forgets
-/// them. With none it does nothing; fewer than three, or all in one line, stay, and the user is told.
+/// them. With none it does nothing; fewer than three, or those of a polygon without area, stay, and the user is told.
 void CompletePolygon(View* view);
 /// Takes back the polygon completed last, with the vertices that nothing else uses.
 void DeleteLastEnteredPolygon();
