@@ -250,7 +250,8 @@ void DoFileOpen() {
 }
 
 void DoFileOp(int mode, const char* directory, const char* name) {
-    const std::string newPath = directory; // may be FilePath itself
+    // May be FilePath itself. File selectors give the root as an empty text, which stands for no directory here.
+    const std::string newPath = *directory ? directory : "/";
     std::string newName = name;
     if (mode == FileToSave && !newName.ends_with(KirvoExtension))
         newName += KirvoExtension;

@@ -1,6 +1,7 @@
 #include "files/file_commands.h"
 
 #include "base/directories.h"
+#include "files/file_errors.h"
 #include "files/writer.h"
 #include "gooey/file_selector.h"
 #include "made_model.h"
@@ -52,6 +53,15 @@ TEST_F(FileCommands, MergingLeavesTheMainFileAsItIs) {
     // A file that cannot be read opens no window.
     EXPECT_EQ(MergeWindows, (std::vector<std::string>{"other.kirvo.bak", "other.kirvo.bak"}));
     EXPECT_EQ(Told.size(), 2U);
+}
+
+// Otherwise the next save would go to the home directory.
+TEST_F(FileCommands, AModelInTheRootStaysThere) {
+    AddObject("first", 1, 0);
+    FileErrorOk = 1;
+    DoFileOp(FileToOpen, "", "no such model.kirvo");
+    FileErrorOk = 0;
+    EXPECT_EQ(std::string(FilePath) + "|" + FileName, "/|no such model.kirvo");
 }
 
 TEST_F(FileCommands, AFailedSaveAsKeepsTheModelsName) {
