@@ -176,6 +176,13 @@ void FreePrefs() {
     EnableWindow(MainWindow);
 }
 
+// Nothing else can be used until the window is closed: on a smaller screen than before it must still show its buttons.
+void PlaceWhereItWas() {
+    const int x = std::clamp(PrefsX, 0, std::max(0, hres - WindowWidth));
+    const int y = std::clamp(PrefsY, 0, std::max(0, vres - WindowHeight));
+    gl::prefposition(x, x + WindowWidth - 1, y, y + WindowHeight - 1);
+}
+
 void AddFileSettings(Draft& draft) {
     AddCheckBox(Margin, FirstCheckY, 0, 0, nullptr, "Autoload last file when program starts", nullptr,
                 &draft.DoAutoLoad);
@@ -224,7 +231,7 @@ void SetPreferences() {
     }
     DisableWindow(MainWindow);
     if (PreferencesOpened)
-        gl::prefposition(PrefsX, PrefsX + WindowWidth - 1, PrefsY, PrefsY + WindowHeight - 1);
+        PlaceWhereItWas();
     else
         gl::prefsize(WindowWidth, WindowHeight);
     Preferences = OpenWindow(" Preferences", WindowDoubleBuffered, 0, nullptr, nullptr, CheckPrefsKey, FreePrefs,

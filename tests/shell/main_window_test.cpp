@@ -253,6 +253,20 @@ TEST_F(MainWindow, StaysInReachWhateverWasRemembered) {
     }
 }
 
+TEST_F(MainWindow, PreferencesOpenWithinTheScreen) {
+    for (const char* place : {"900,40", "-600,-200", "100,900", "32767,-32767", "20,30"}) {
+        WriteDefaults("PreferencesWindow = " + std::string(place) + "\n");
+        Play("menu Settings \"User preferences\"\nreport r\n");
+        const json window = Window("r", " Preferences");
+        EXPECT_GE(Extent(window, "x"), 0) << place;
+        EXPECT_GE(Extent(window, "y"), 0) << place;
+        EXPECT_LE(Extent(window, "x") + Extent(window, "width"), 1000) << place;
+        EXPECT_LE(Extent(window, "y") + Extent(window, "height"), 700) << place;
+    }
+    EXPECT_EQ(Extent(Window("r", " Preferences"), "x"), 20);
+    EXPECT_EQ(Extent(Window("r", " Preferences"), "y"), 30);
+}
+
 TEST_F(MainWindow, ReopensTheLastFileUnlessToldOtherwise) {
     const std::string path = program.Directory();
     Play("quit\n", "box");
