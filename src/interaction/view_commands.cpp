@@ -7,7 +7,9 @@
 #include "store/undo.h"
 #include "views/default_views.h"
 #include "views/display_flags.h"
+#include "views/fitting.h"
 #include "views/viewports.h"
+#include "views/work_area.h"
 
 void SetDefaultView(View* view, int direction) {
     if (ObjectIsolated)
@@ -18,7 +20,11 @@ void SetDefaultView(View* view, int direction) {
 }
 
 void FitView(View* view) {
-    ResetView(view);
+    // A magnified work area is itself what its views show.
+    if (WorkAreaMagnification() > 1)
+        ResetView(view);
+    else
+        FitViewToBox(view, ObjectIsolated ? ObjectBox() : SceneBox());
     RememberView(view);
     DirtyCurrentWindow();
 }

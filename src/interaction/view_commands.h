@@ -7,7 +7,8 @@
 /// Copies the default view of a direction (0 to 5, or Direction3D) into the view, which the current window shows.
 void SetDefaultView(View* view, int direction);
 
-/// Fits the view, which the current window shows, to the model. What comes out becomes the default of its kind.
+/// Fits the view, which the current window shows, to the model, wherever that lies. What comes out becomes the default
+/// of its kind.
 void FitView(View* view);
 
 /// With three viewports exchanges the large view with the one of the current window, or with the upper small one when

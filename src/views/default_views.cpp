@@ -2,14 +2,16 @@
 
 #include "geometry/vectors.h"
 #include "store/accessors.h"
-#include "store/scene_extent.h"
 #include "store/storage.h"
 #include "store/undo.h"
+#include "views/fitting.h"
 #include "views/grid.h"
 #include "views/scene_views.h"
 #include "views/view_transform.h"
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 const int DefaultViewDir[ViewportLimit] = {Direction3D, 4, 0};
 
@@ -80,41 +82,49 @@ bool IsPlacement(const Matrix& m) {
 struct Defaults {
     View& View3D;
     View* Views2D;
-    double Radius;
+    ShownBox Box;
 };
 
 Defaults SceneDefaults() {
-    return {DefaultScene3D, DefaultScene2D, SceneRadius()};
+    return {DefaultScene3D, DefaultScene2D, SceneBox()};
 }
 
 Defaults ObjectDefaults() {
-    return {DefaultObject3D(), &DefaultObject2D(0), ObjectRadius()};
+    return {DefaultObject3D(), &DefaultObject2D(0), ObjectBox()};
 }
 
-/// 1 when the default had to be made.
-int MakeDefaultView(const Defaults& defaults, int direction) {
+/// The default when it had to be made, or else null.
+View* MakeDefaultView(const Defaults& defaults, int direction) {
     View& view = direction == Direction3D ? defaults.View3D : defaults.Views2D[direction];
     if (ViewIsUsable(view))
-        return 0;
+        return nullptr;
     if (direction == Direction3D)
-        MakeDefault3dView(&view, defaults.Radius);
+        MakeDefault3dView(&view, defaults.Box.Radius);
     else
-        MakeDefault2dView(&view, defaults.Radius, direction);
-    return 1;
+        MakeDefault2dView(&view, defaults.Box.Radius, direction);
+    return &view;
+}
+
+void LookCloserIfNeeded(View* made, const Defaults& defaults) {
+    if (made && BoxIsLostFromAfar(defaults.Box))
+        FitViewToBox(made, defaults.Box);
 }
 
 void MakeDefaultViews(const Defaults& defaults, std::int32_t& gridIndex, std::int32_t& gridSteps) {
-    int made = MakeDefaultView(defaults, Direction3D);
+    std::vector<View*> made = {MakeDefaultView(defaults, Direction3D)};
     for (int direction = 0; direction < DefaultView2DCount; ++direction)
-        made |= MakeDefaultView(defaults, direction);
-    if (made)
-        FitGrid(defaults.Radius, gridIndex, gridSteps);
+        made.push_back(MakeDefaultView(defaults, direction));
+    // The grid has a say in how near a view may come.
+    if (std::any_of(made.begin(), made.end(), [](const View* view) { return view != nullptr; }))
+        FitGrid(defaults.Box.Radius, gridIndex, gridSteps);
+    for (View* view : made)
+        LookCloserIfNeeded(view, defaults);
 }
 
 void SetDefaultView(const Defaults& defaults, View* view, int direction) {
     if (direction != Direction3D && (direction < 0 || direction >= DefaultView2DCount))
         return;
-    MakeDefaultView(defaults, direction);
+    LookCloserIfNeeded(MakeDefaultView(defaults, direction), defaults);
     CopyView(*view, direction == Direction3D ? defaults.View3D : defaults.Views2D[direction]);
 }
 
@@ -151,9 +161,13 @@ void BoxView(View* view, double radius) {
     double* translation = view->ViewMatrix[3];
     translation[0] = translation[1] = translation[2] = 0;
     if (view->Perspective)
-        translation[1] = BoxShare * view->Projection[1][1] * radius;
+        translation[1] = BoxDistance(*view, radius);
     else
         view->Zoom = 1;
+}
+
+double BoxDistance(const View& view, double radius) {
+    return BoxShare * view.Projection[1][1] * radius;
 }
 
 void SussViewProjection(View* view, double size) {

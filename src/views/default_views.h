@@ -15,10 +15,13 @@ void MakeDefault3dView(View* view, double radius);
 void MakeDefault2dView(View* view, double radius, int direction);
 /// Fits the view to a sphere of this radius about the origin; its rotation stays.
 void BoxView(View* view, double radius);
+/// The distance of the eye from which a 3D view shows a sphere of this radius, metres.
+double BoxDistance(const View& view, double radius);
 /// Computes Projection for a model of this size in the current window, and clears Stale.
 void SussViewProjection(View* view, double size);
 
-/// Make the scene's or the current object's defaults that are not valid, with a grid that fits.
+/// Make the scene's or the current object's defaults that are not valid, with a grid that fits. What is far too small
+/// to be seen from where all about the origin is in sight is looked at from close by instead.
 void MakeDefaultSceneViews();
 void MakeDefaultObjectViews();
 

@@ -160,6 +160,10 @@ double UsableRadius(double radius) {
     return std::clamp(radius, least, most);
 }
 
+double LeastDepth(double radius) {
+    return ReachOf3dView(UsableRadius(radius)) * NearestShare;
+}
+
 double ShownRadius() {
     return UsableRadius(ObjectIsolated ? ObjectRadius() : SceneRadius());
 }

@@ -53,5 +53,7 @@ double WindowAspect();
 /// Radius of what the views show, the scene's or the current object's, metres. Always positive and within bounds that
 /// projections can work with: a model that has no extent counts as one of a metre.
 double ShownRadius();
+/// The least distance from the eye, metres, at which a 3D view shows what lies within such a radius about the origin.
+double LeastDepth(double radius);
 /// A radius brought within those bounds.
 double UsableRadius(double radius);

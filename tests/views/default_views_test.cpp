@@ -2,17 +2,21 @@
 
 #include "geometry/vectors.h"
 #include "store/accessors.h"
+#include "store/clean_up.h"
 #include "store/objects.h"
+#include "store/polygon_editing.h"
 #include "store/pools.h"
 #include "store/scene.h"
 #include "store/scene_extent.h"
 #include "store/storage.h"
 #include "views/default_views.h"
+#include "views/fitting.h"
 #include "views/grid.h"
 #include "views/scene_views.h"
 #include "views/view_transform.h"
 #include "views/viewports.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -131,6 +135,93 @@ TEST_F(DefaultViews, FitWhateverRadiusTheModelHas) {
             EXPECT_TRUE(ViewIsUsable(view));
         }
     }
+}
+
+/// A wall 8 m long, far out in the country.
+class FarAway : public DefaultViews {
+  protected:
+    void SetUp() override {
+        DefaultViews::SetUp();
+        OpenPlain(300, 200);
+        for (int corner = 0; corner < 8; ++corner)
+            AddVertex(corner & 1 ? East + 8 : East, corner & 2 ? North + 1 : North, corner & 4 ? 3 : 0);
+        CleanUpObject();
+        ObjectView(0).Valid = 0;
+    }
+
+    /// How many pixels apart the wall's outermost corners are shown, all of them in sight.
+    static double ShownSize(View& view) {
+        SetUpView(&view, 0);
+        Pixel low = {300, 200}, high = {0, 0};
+        for (int corner = 0; corner < 8; ++corner) {
+            double depth;
+            const Pixel p =
+                DrawnPixelOf(corner & 1 ? East + 8 : East, corner & 2 ? North + 1 : North, corner & 4 ? 3 : 0, &depth);
+            EXPECT_TRUE(p.X > 0 && p.X < 300 && p.Y > 0 && p.Y < 200) << p.X << " " << p.Y;
+            EXPECT_LT(std::abs(depth), 1);
+            low = {std::min(low.X, p.X), std::min(low.Y, p.Y)};
+            high = {std::max(high.X, p.X), std::max(high.Y, p.Y)};
+        }
+        return std::hypot(high.X - low.X, high.Y - low.Y);
+    }
+
+    static constexpr double East = 300000, North = 200000;
+};
+
+TEST_F(FarAway, DefaultsLookAtWhatIsTooFarOffToBeSeenFromTheOrigin) {
+    ValidateView(0);
+    for (const int direction : {Direction3D, 0, 1, 2, 3, 4, 5}) {
+        SCOPED_TRACE(direction);
+        View view = {};
+        SetDefaultObjectView(&view, direction);
+        EXPECT_GT(ShownSize(view), direction == Direction3D ? 30 : 50);
+        if (view.Perspective) {
+            ASSERT_TRUE(view.HasCentre);
+            EXPECT_EQ(view.Centre[0], East + 4);
+        }
+    }
+}
+
+TEST_F(FarAway, ViewsAreFittedFromWhereverTheyLook) {
+    ValidateView(0);
+    for (const int direction : {Direction3D, 0, 4}) {
+        SCOPED_TRACE(direction);
+        View view = {};
+        SetDefaultObjectView(&view, direction);
+        const double size = ShownSize(view);
+        const Matrix fitted = view.ViewMatrix;
+        view.ViewMatrix[3][0] += 1e5;
+        view.ViewMatrix[3][1] -= 1e3;
+        view.Zoom *= 100;
+        FitViewToBox(&view, ObjectBox());
+        EXPECT_EQ(view.ViewMatrix, fitted);
+        EXPECT_NEAR(ShownSize(view), size, 0.1);
+    }
+}
+
+TEST_F(DefaultViews, AreFittedToAModelBesideTheOriginOnDemandOnly) {
+    OpenPlain(300, 200);
+    for (int corner = 0; corner < 4; ++corner)
+        AddVertex(corner & 1 ? 30 : 20, corner & 2 ? 5 : -5, 0);
+    CleanUpObject();
+    View view = {};
+    SetDefaultObjectView(&view, 0);
+    EXPECT_EQ(view.ViewMatrix[3][0], 0);
+    EXPECT_EQ(view.Zoom, 1);
+    FitViewToBox(&view, ObjectBox());
+    SetUpView(&view, 0);
+    const Pixel middle = PixelOf(25, 0, 0), corner = PixelOf(30, 5, 0);
+    EXPECT_NEAR(middle.X, 150, 0.1);
+    EXPECT_NEAR(middle.Y, 100, 0.1);
+    // A tenth to spare about a circle of radius sqrt(50).
+    EXPECT_NEAR(corner.Y, 100 + 100 * 5 / (1.1 * std::sqrt(50)), 0.1);
+    EXPECT_FALSE(view.HasCentre);
+    SetDefaultObjectView(&view, Direction3D);
+    FitViewToBox(&view, ObjectBox());
+    EXPECT_TRUE(view.HasCentre);
+    view.Centre[0] = 7;
+    FitViewToBox(&view, ObjectBox());
+    EXPECT_EQ(view.Centre[0], 7);
 }
 
 class SceneExtent : public ViewsTest {};
