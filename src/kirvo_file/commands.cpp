@@ -1,5 +1,6 @@
 #include "kirvo_file/commands.h"
 
+#include "base/file_replacement.h"
 #include "base/memory.h"
 #include "files/file_check.h"
 #include "files/file_information.h"
@@ -11,8 +12,12 @@
 #include "store/storage.h"
 #include "textures/image_file.h"
 #include "textures/texture_library.h"
+#include "tools/font_making.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
 
 namespace {
 
@@ -23,6 +28,7 @@ constexpr char Usage[] = "Usage: kirvo-file COMMAND [OPTION]... FILE...\n"
                          "  check FILE         tells every problem of a model or an image\n"
                          "  upgrade IN OUT     writes a model of any version as one of the current version\n"
                          "  image IN OUT.png   writes a texture image as a PNG file\n"
+                         "  font IN OUT        makes a font for texts of a TrueType, OpenType or Type 1 font\n"
                          "\n"
                          "  --json             info, check: answer in JSON\n"
                          "  --textures DIR     a further directory where a model's images are looked for\n"
@@ -141,6 +147,26 @@ KirvoFileStatus RunImage(const Request& request) {
     return FileHasProblems;
 }
 
+KirvoFileStatus RunFont(const Request& request) {
+    const std::string &from = request.Files[0], &to = request.Files[1];
+    const auto font = std::make_unique<Font>();
+    std::string problem = WhyNoFile(from);
+    if (problem.empty())
+        problem = MakeFont(from.c_str(), *font);
+    if (!problem.empty()) {
+        Complain(from + ": " + problem);
+        return FileHasProblems;
+    }
+    const std::string bytes = FontFileOf(*font);
+    FileReplacement file(to.c_str());
+    if (file.Stream())
+        std::fwrite(bytes.data(), 1, bytes.size(), file.Stream());
+    if (file.Stream() && file.Commit())
+        return AllIsWell;
+    Complain(to + ": " + std::strerror(errno));
+    return FileHasProblems;
+}
+
 struct Command {
     const char* Name;
     std::size_t Files;
@@ -149,10 +175,9 @@ struct Command {
 };
 
 constexpr Command Commands[] = {
-    {"info", 1, true, false, true, RunInfo},
-    {"check", 1, true, false, true, RunCheck},
-    {"upgrade", 2, false, true, true, RunUpgrade},
-    {"image", 2, false, false, false, RunImage},
+    {"info", 1, true, false, true, RunInfo},       {"check", 1, true, false, true, RunCheck},
+    {"upgrade", 2, false, true, true, RunUpgrade}, {"image", 2, false, false, false, RunImage},
+    {"font", 2, false, false, false, RunFont},
 };
 
 const Command* FindCommand(const std::string& name) {

@@ -63,6 +63,10 @@ TEST_F(KirvoFile, TheStatusTellsWhetherAllIsWell) {
         {{"image", "damaged", "stone.png"}, 1, false, true},
         {{"image", "good.kirvo", "stone.png"}, 1, false, true},
         {{"image", "textures/stone", "no/place.png"}, 1, false, true},
+        {{"font", KIRVO_SOURCE_DIR "/data/fonts/LiberationSans-Regular.ttf", "font"}, 0, false, false},
+        {{"font", KIRVO_SOURCE_DIR "/data/fonts/LiberationSans-Regular.ttf", "no/place"}, 1, false, true},
+        {{"font", "textures/stone", "font"}, 1, false, true},
+        {{"font", "nothing", "font"}, 1, false, true},
     };
 
     for (const auto& c : cases) {

@@ -13,7 +13,7 @@ using nlohmann::json;
 namespace {
 
 // What the installed program has beside itself; a link to the source serves.
-constexpr const char* InstalledDirectories[] = {"manual", "data", "fonts", "examples"};
+constexpr const char* InstalledDirectories[] = {"manual", "data", "examples"};
 
 constexpr double Tolerance = 0.001;
 
@@ -58,6 +58,7 @@ PlayedProgram::PlayedProgram(fs::path built, std::string startsIn)
     for (const char* name : InstalledDirectories)
         if (const fs::path source = fs::path(KIRVO_SOURCE_DIR) / name; fs::exists(source))
             fs::create_directory_symlink(source, Installation() / name);
+    fs::create_directory_symlink(KIRVO_FONTS, Installation() / "fonts");
 }
 
 ProgramEnd PlayedProgram::PlayFile(const fs::path& script, const std::string& model) {
