@@ -1,5 +1,4 @@
-// The shapes of the letters of outline fonts (TrueType, OpenType, Type 1 and whatever else FreeType reads), and filling
-// them with triangles.
+// The shapes of the letters of outline fonts: TrueType, OpenType, Type 1 and whatever else FreeType reads.
 #pragma once
 
 #include <memory>
@@ -53,11 +52,5 @@ class OutlineFont {
     std::unique_ptr<Face> TheFace;
     std::string WhyNot;
 };
-
-// Fills what lies inside closed rings of points. The corners of the triangles, which turn counter-clockwise and meet
-// edge to edge, are numbers of `points`: those of the rings in order, followed by those where edges cross. False, with
-// no triangles, when the rings cannot be filled.
-bool FillOutline(const std::vector<std::vector<OutlinePoint>>& rings, std::vector<OutlinePoint>& points,
-                 std::vector<int>& triangles);
 
 } // namespace gl

@@ -1,4 +1,4 @@
-#include "platform/font_outlines.h"
+#include "platform/outline_filling.h"
 
 #include <GL/glu.h>
 

@@ -1,6 +1,7 @@
 #include "tools/font_making.h"
 
 #include "platform/font_outlines.h"
+#include "platform/outline_filling.h"
 
 #include <algorithm>
 #include <array>
