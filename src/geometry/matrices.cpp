@@ -1,5 +1,7 @@
 #include "geometry/matrices.h"
 
+#include "geometry/angles.h"
+
 #include <cmath>
 #include <cstdio>
 #include <utility>
@@ -44,13 +46,13 @@ Matrix4<Scalar> Rotation(int from, int to, Scalar cosine, Scalar sine) {
 }
 
 Matrix RotationByDegrees(int from, int to, double angle) {
-    const double radians = angle * DegreesToRadians;
-    return Rotation(from, to, std::cos(radians), std::sin(radians));
+    const Turn<double> turn = TurnBy(angle);
+    return Rotation(from, to, turn.Cosine, turn.Sine);
 }
 
 Matrixf RotationByDegreesf(int from, int to, float angle) {
-    const auto radians = static_cast<float>(angle * DegreesToRadians);
-    return Rotation(from, to, cosf(radians), sinf(radians));
+    const Turn<float> turn = TurnBy(angle);
+    return Rotation(from, to, turn.Cosine, turn.Sine);
 }
 
 template <typename Scalar>

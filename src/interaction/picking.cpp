@@ -15,8 +15,6 @@
 #include <algorithm>
 #include <cmath>
 
-int GridBehindOriginAllowed;
-
 namespace {
 
 /// The pointer's hot spot lies this far to the right of and below the pixel that is pointed at.
@@ -83,8 +81,8 @@ int IntersectGrid(View* view, double* point) {
     CalcEyeLine(view, line);
     CalcEyePlane(view, plane);
     const int side = IntersectLineWithPlane(line, plane, hit);
-    const bool behindIsFine = GridBehindOriginAllowed && !view->Perspective;
-    if (side == 0 || (side < 0 && !behindIsFine))
+    // Lines of sight of a 2D view have no beginning: all depths are shown.
+    if (side == 0 || (side < 0 && view->Perspective))
         return 0;
 
     const Matrix grid = GridMat(view);

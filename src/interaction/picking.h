@@ -5,15 +5,12 @@
 // From the pointer to places in the model, for the view in the current window (its size and MouseX, MouseY). Lines are
 // origin and direction, 6 doubles; planes 4 doubles.
 
-/// Flag: the point on the grid may lie behind the eye line's origin in 2D views, as the position gizmo wants it.
-extern int GridBehindOriginAllowed;
-
 /// The line under the pointer, eye space.
 void CalcEyeLine(const View* view, double* line);
 /// The grid's plane, eye space.
 void CalcEyePlane(View* view, double* plane);
-/// The point of the grid under the pointer, eye space, kept near the grid and snapped with GridSnap. 0 when the pointer
-/// meets no grid.
+/// The point of the grid under the pointer, eye space, kept near the grid and snapped with GridSnap; in a 2D view at
+/// any depth. 0 when the pointer meets no grid.
 int IntersectGrid(View* view, double* point);
 /// The point under the pointer on a polygon, else on the grid when that is allowed; either result may be null. 0 when
 /// there is nothing.

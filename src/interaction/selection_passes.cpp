@@ -24,6 +24,7 @@ namespace {
 constexpr double VertexReach = 10;       // pixels
 constexpr double VeryClose = 0.0001;     // relative
 constexpr double CloseDistances = 0.001; // relative
+constexpr double CloseDepths = 1e-6;     // of the depths from -1 to 1
 
 /// The place that a pass looks at.
 enum class Place { Pointer, DragBox };
@@ -128,8 +129,10 @@ struct Sight {
 
     bool IsBefore(const Sight& other) const {
         // A near plane very close to the eye squeezes almost all depths together: what lies apart is not in one plane.
-        const bool together = FloatsAreVeryClose(Depth, other.Depth) &&
-                              std::fabs(Distance - other.Distance) <= CloseDistances * std::fabs(other.Distance);
+        // Near the middle of a 2D view's depths only their difference tells.
+        const bool together =
+            (FloatsAreVeryClose(Depth, other.Depth) || std::fabs(Depth - other.Depth) < CloseDepths) &&
+            std::fabs(Distance - other.Distance) <= CloseDistances * std::fabs(other.Distance);
         return together ? Span < other.Span : Depth < other.Depth;
     }
 };

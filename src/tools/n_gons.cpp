@@ -1,5 +1,6 @@
 #include "tools/n_gons.h"
 
+#include "geometry/angles.h"
 #include "gooey/event_loop.h"
 #include "gooey/inc_dec.h"
 #include "gooey/menu.h"
@@ -22,7 +23,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 int CircleSides = 4;
 
@@ -63,12 +63,11 @@ void MeasureRing(View* view, Ring& ring) {
 }
 
 void PlaceRing(const View* view, const Ring& ring) {
-    double angle = ring.Angle;
+    int corner = 0;
     for (Vertex* vertex : Along<&Vertex::Next>(NewVertices)) {
-        const double place[3] = {ring.CentreX + ring.Radius * std::cos(angle),
-                                 ring.CentreY + ring.Radius * std::sin(angle), 0};
+        const auto [cosine, sine] = TurnBy(ring.Angle * RadiansToDegrees + 360.0 * corner++ / CircleSides);
+        const double place[3] = {ring.CentreX + ring.Radius * cosine, ring.CentreY + ring.Radius * sine, 0};
         TransformCoordinate(place, view->GridMatrix, vertex->Position);
-        angle += 2 * std::numbers::pi / CircleSides;
     }
 }
 

@@ -82,7 +82,7 @@ bool IsPlacement(const Matrix& m) {
 struct Defaults {
     View& View3D;
     View* Views2D;
-    ShownBox Box;
+    ShownExtent Box;
 };
 
 Defaults SceneDefaults() {

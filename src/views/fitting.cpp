@@ -21,7 +21,7 @@ struct Sphere {
 };
 
 /// Around the box. One that is not finite counts as all there is about the origin.
-Sphere SphereAround(const ShownBox& box) {
+Sphere SphereAround(const ShownExtent& box) {
     Sphere sphere = {};
     double corner[3];
     for (int axis = 0; axis < 3; ++axis) {
@@ -36,19 +36,19 @@ Sphere SphereAround(const ShownBox& box) {
 
 } // namespace
 
-ShownBox SceneBox() {
-    ShownBox box = {};
+ShownExtent SceneBox() {
+    ShownExtent box = {};
     box.Radius = SceneRadius();
     GetSceneBox(box.Min, box.Max);
     return box;
 }
 
-ShownBox ObjectBox() {
+ShownExtent ObjectBox() {
     const double radius = ObjectRadius();
     return {ObjectMin(), ObjectMax(), radius};
 }
 
-void FitViewToBox(View* view, const ShownBox& box) {
+void FitViewToBox(View* view, const ShownExtent& box) {
     const Sphere sphere = SphereAround(box);
     BoxView(view, box.Radius);
     // A point has no size to be fitted to.
@@ -59,6 +59,8 @@ void FitViewToBox(View* view, const ShownBox& box) {
     for (int axis = 0; axis < 3; ++axis)
         translation[axis] = -centre[axis];
     if (!view->Perspective) {
+        // All depths are shown, and the grid keeps its place before the eye.
+        translation[1] = 0;
         view->Zoom = UsableRadius(box.Radius) / UsableRadius(radius);
         return;
     }
@@ -69,7 +71,7 @@ void FitViewToBox(View* view, const ShownBox& box) {
     }
 }
 
-bool BoxIsLostFromAfar(const ShownBox& box) {
+bool BoxIsLostFromAfar(const ShownExtent& box) {
     const double radius = SphereAround(box).Radius;
     return radius > 0 && radius < LostShare * box.Radius;
 }

@@ -68,6 +68,20 @@ TEST(Matrices, FloatVariantsFollowTheDoubles) {
     }
 }
 
+TEST(Matrices, RightAnglesAreExact) {
+    const double cosines[] = {1, 0, -1, 0};
+    for (int quarter = -9; quarter <= 9; ++quarter) {
+        SCOPED_TRACE(quarter);
+        const double cosine = cosines[(quarter + 12) % 4], sine = cosines[(quarter + 15) % 4];
+        const Matrix yaw = {{{cosine, sine, 0, 0}, {-sine, cosine, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
+        EXPECT_EQ(YawMatrix(90 * quarter), yaw);
+        Matrixf yawf;
+        RealMatrixToFloat(yaw, yawf);
+        EXPECT_EQ(YawMatrixf(90.0F * static_cast<float>(quarter)), yawf);
+    }
+    EXPECT_DOUBLE_EQ(YawMatrix(-240)[0][1], std::sin(-240 * DegreesToRadians));
+}
+
 TEST(Matrices, DirectionsIgnoreTranslationAndHomogeneousPointsWeighIt) {
     const Matrix m = TranslationMatrix(1, 2, 3);
     double vector[3] = {4, 5, 6}, point[4] = {4, 5, 6, 2};

@@ -47,6 +47,11 @@ TEST_F(PickTest, TakesTheNearestAndOfOnePlaneTheNarrowest) {
     Polygon* decal = Upright(2.5, 3.5, 1, 2, 1, near);
     EXPECT_EQ(PickAt(FrontView(), 230, 165), decal);
     EXPECT_EQ(PickAt(FrontView(), 238, 165), near);
+
+    // Numbers a little off the plane through the origin.
+    Upright(-4, 0, 0, 3, 1e-12);
+    Polygon* roundedDecal = Upright(-3, -1, 1, 2, 2e-12);
+    EXPECT_EQ(PickAt(FrontView(), 180, 165), roundedDecal);
 }
 
 TEST_F(PickTest, LooksThroughBacksWhenTheyAreNotShown) {

@@ -1,5 +1,7 @@
 #include "interaction/picking.h"
 #include "interaction/selection_test.h"
+#include "views/default_views.h"
+#include "views/fitting.h"
 #include "views/grid.h"
 #include "views/scene_views.h"
 
@@ -15,11 +17,10 @@ class PickingTest : public SelectionTest {
     void SetUp() override {
         SelectionTest::SetUp();
         GridSnap = 0;
-        GridBehindOriginAllowed = 0;
     }
 
     void TearDown() override {
-        GridSnap = GridBehindOriginAllowed = 0;
+        GridSnap = 0;
         SelectionTest::TearDown();
     }
 
@@ -142,15 +143,13 @@ TEST_F(PickingTest, TheGridIsMetSnappedAndNeverLeft) {
     }
     GridSteps() = wholeGrid;
 
-    // Edge on there is no grid; behind the eye only a 2D view may have it, and only when it is asked for.
+    // Edge on there is no grid; behind the eye only a 2D view has it.
     View edgeOn = Drawn(FrontView());
     EXPECT_EQ(IntersectGrid(&edgeOn, point), 0);
     View behind = FrontView();
     MultMatrix(PitchMatrix(90), TranslationMatrix(0, -50, 0), behind.ViewMatrix);
     behind = Drawn(behind);
     PointAt(200, 150);
-    EXPECT_EQ(IntersectGrid(&behind, point), 0);
-    GridBehindOriginAllowed = 1;
     EXPECT_EQ(IntersectGrid(&behind, point), 1);
     View above = Drawn(EyeView(0, 0, 5));
     PointAt(200, 250);
@@ -158,6 +157,31 @@ TEST_F(PickingTest, TheGridIsMetSnappedAndNeverLeft) {
     PointAt(200, 80);
     ASSERT_EQ(IntersectGrid(&above, point), 1);
     ExpectNear(point, {0, -5, -5 * FocalLength / 70});
+}
+
+// Where a box lies must not matter to drawing on the grid in a view that was fitted to it, nor bring the points off
+// the grid's plane.
+TEST_F(PickingTest, GridsOfFittedFlatViewsAreMetFromEverySide) {
+    constexpr int depthAxes[DefaultView2DCount] = {2, 2, 0, 0, 1, 1};
+    for (int direction = 0; direction < DefaultView2DCount; ++direction)
+        for (const double offset : {-10.0, 10.0}) {
+            SCOPED_TRACE(testing::Message() << "direction " << direction << " offset " << offset);
+            AddObject("Box", 0, 0);
+            double centre[3] = {};
+            centre[depthAxes[direction]] = offset;
+            for (const double half : {-1.0, 1.0})
+                AddVertex(centre[0] + half, centre[1] + half, centre[2] + half);
+            CleanUpObject();
+            MakeGrid();
+            View view;
+            MakeDefault2dView(&view, ObjectRadius(), direction);
+            FitViewToBox(&view, ObjectBox());
+            view = Drawn(view);
+            PointAt(230, 140);
+            double eye[3], model[3];
+            ASSERT_EQ(ClickSomewhere(&view, eye, model, 1), 1);
+            EXPECT_EQ(model[depthAxes[direction]], 0);
+        }
 }
 
 TEST_F(PickingTest, ClicksFindThePolygonElseTheGridElseNothing) {
