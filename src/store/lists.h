@@ -45,6 +45,16 @@ struct LinkedList {
         last = record;
     }
 
+    static void Reverse(Record*& head) {
+        Record* rest = head;
+        head = nullptr;
+        while (rest) {
+            Record* record = rest;
+            rest = rest->*NextLink;
+            InsertFirst(head, record);
+        }
+    }
+
     /// Exchanges a record with the one after it, which must exist.
     static void ExchangeWithNext(Record*& head, Record* record) {
         Record* next = record->*NextLink;

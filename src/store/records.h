@@ -142,6 +142,8 @@ struct Object {
     std::int32_t VertexSelectionChanged;  // the selected- and loose-vertex lists must be rebuilt
 
     std::int32_t MergeMark; // scratch flag of merging
+
+    double PlacementShift[3]; // of a snapshot: how far its placements move, model space, when Undo brings it back
 };
 
 enum ObjectAttribute : std::int32_t {

@@ -73,6 +73,18 @@ void DeleteLodBead(LodBead* bead) {
     WorkSaved = 0;
 }
 
+void SelectLod(Lod* lod) {
+    SelectedLod() = lod;
+    const LodBead* first = lod ? lod->FirstBead : nullptr;
+    if (!first)
+        return;
+    SubObject*& selected = SelectedSubObject();
+    for (const LodBead* bead : EveryLodBead(lod))
+        if (bead->SubObject == selected)
+            return;
+    selected = first->SubObject;
+}
+
 void DeleteLod(Lod* lod) {
     LodList::Remove(CurrentObject()->FirstLod, lod);
     while (lod->FirstBead)

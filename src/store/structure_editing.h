@@ -18,4 +18,9 @@ Lod* AddLod(const char* name);
 LodBead* AddLodBead(SubObject* subObject);
 
 void DeleteLodBead(LodBead* bead);
+
+/// Makes a level the selected one, and its first member the selected sub-object unless that is a member already: what
+/// is made or moved next goes to where it can be seen. An empty level leaves the sub-object.
+void SelectLod(Lod* lod);
+
 void DeleteLod(Lod* lod);

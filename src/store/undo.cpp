@@ -95,9 +95,39 @@ void LinkStructureOfCopies(const Object* source) {
     }
 }
 
-void RedirectBranches(Branch* tree) {
-    for (Branch* branch : EveryBranch(tree))
-        SortOutScene(branch);
+/// The scene and its copies.
+template <class Function>
+void ForEveryPlacement(Function function) {
+    for (Branch* tree : {CurrentFile->Scene, SceneUndo, ScenePaste})
+        for (Branch* branch : EveryBranch(tree))
+            function(branch);
+}
+
+void ShiftPlacements(const double* offset) {
+    const Matrix shift = TranslationMatrix(offset[0], offset[1], offset[2]);
+    ForEveryPlacement([&](Branch* branch) {
+        if (branch->Object == CurrentObject())
+            MultMatrix(shift, branch->Transform, branch->Transform);
+    });
+}
+
+/// Placements follow the snapshot that has become current, and would follow the edited object back.
+void BringPlacementsAlong(Object* snapshot, Object* edited) {
+    for (int axis = 0; axis < 3; ++axis)
+        edited->PlacementShift[axis] = -snapshot->PlacementShift[axis];
+    ShiftPlacements(snapshot->PlacementShift);
+    std::fill_n(snapshot->PlacementShift, 3, 0);
+}
+
+void CarryViews(Object* to, const Object* from) {
+    for (int i = 0; i < NoViewports; ++i)
+        CopyView(to->View[i], from->View[i]);
+    CopyView(to->DefaultObject3D, from->DefaultObject3D);
+    for (int direction = 0; direction < DefaultView2DCount; ++direction)
+        CopyView(to->DefaultObject2D[direction], from->DefaultObject2D[direction]);
+    to->WorkArea = from->WorkArea;
+    to->GridIndex = from->GridIndex;
+    to->GridSteps = from->GridSteps;
 }
 
 } // namespace
@@ -126,20 +156,15 @@ void Undo() {
     Trace("UNDO\n");
     LinkedList<&Object::Next, &Object::Prev>::Remove(FirstObject(), edited);
     LinkedList<&Object::Next, &Object::Prev>::InsertFirst(FirstObject(), snapshot);
-    RedirectBranches(CurrentFile->Scene);
-    RedirectBranches(SceneUndo);
-    RedirectBranches(ScenePaste);
+    ForEveryPlacement(SortOutScene);
 
     CurrentObject() = snapshot;
     snapshot->UndoCopy = edited;
     edited->UndoCopy = nullptr;
     edited->Next = edited->Prev = nullptr;
 
-    for (int i = 0; i < NoViewports; ++i)
-        CopyView(snapshot->View[i], edited->View[i]);
-    snapshot->WorkArea = edited->WorkArea;
-    snapshot->GridIndex = edited->GridIndex;
-    snapshot->GridSteps = edited->GridSteps;
+    BringPlacementsAlong(snapshot, edited);
+    CarryViews(snapshot, edited);
 
     CallSlot(TheUndoSlots.RedefineMaterials);
     CallSlot(TheUndoSlots.DeselectEverything);
@@ -148,6 +173,13 @@ void Undo() {
     CallSlot(TheUndoSlots.DirtyModelWindows);
     CallSlot(TheUndoSlots.DirtyStructureEditor);
     WorkSaved = 0;
+}
+
+void MovePlacements(const double* offset) {
+    ShiftPlacements(offset);
+    Object* snapshot = CurrentObject()->UndoCopy;
+    for (int axis = 0; snapshot && axis < 3; ++axis)
+        snapshot->PlacementShift[axis] -= offset[axis];
 }
 
 void SortOutScene(Branch* branch) {

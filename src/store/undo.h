@@ -21,8 +21,12 @@ extern UndoSlots TheUndoSlots;
 void CopyCurrentObject();
 
 /// Exchanges the current object with its snapshot, if it has one: a second call redoes. Views, work area and grid stay
-/// with the user.
+/// with the user, placements in the scene come along.
 void Undo();
+
+/// Precedes every placement of the current object, in copies of the scene too, by a translation: the object keeps its
+/// place in the scene when its vertices have moved the other way. Its snapshot undoes this as well.
+void MovePlacements(const double* offset);
 
 /// Makes a branch that shows the current object show the object's snapshot.
 void SortOutScene(Branch* branch);

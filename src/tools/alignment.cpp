@@ -3,7 +3,6 @@
 #include "geometry/boxes.h"
 #include "interaction/selection_sets.h"
 #include "store/accessors.h"
-#include "store/storage.h"
 #include "store/undo.h"
 #include "store/walks.h"
 #include "tools/creation_guards.h"
@@ -76,13 +75,8 @@ void AlignPolygons(int alignment) {
 }
 
 void AlignObject(int alignment) {
-    Object* object = CurrentObject();
-    for (Vertex* vertex : EveryVertex(object))
+    for (Vertex* vertex : EveryVertex(CurrentObject()))
         vertex->Mark = 1;
-    if (!DoAlign(alignment))
-        return;
-    const double* offset = LastAlignOffset;
-    for (Branch* branch : EveryBranch(CurrentFile->Scene))
-        if (branch->Object == object)
-            MultMatrix(TranslationMatrix(offset[0], offset[1], offset[2]), branch->Transform, branch->Transform);
+    if (DoAlign(alignment))
+        MovePlacements(LastAlignOffset);
 }

@@ -5,6 +5,7 @@
 #include "store/accessors.h"
 #include "store/clean_up.h"
 #include "store/storage.h"
+#include "store/structure_editing.h"
 #include "store/undo.h"
 #include "store/walks.h"
 #include "textures/texture_changes.h"
@@ -49,13 +50,12 @@ int SomeVerticesSelected() {
 int PolygonCreationAllowed() {
     if (!SelectedLod())
         SelectedLod() = FirstLod();
-    const LodBead* first = SelectedLod()->FirstBead;
-    if (!first)
+    if (!SelectedLod()->FirstBead)
         return Refuse(LodIsEmpty);
-    for (const LodBead* bead : EveryLodBead(SelectedLod()))
-        if (bead->SubObject == SelectedSubObject())
-            return 1;
-    SelectedSubObject() = first->SubObject;
+    const SubObject* former = SelectedSubObject();
+    SelectLod(SelectedLod());
+    if (SelectedSubObject() == former)
+        return 1;
     DirtyModelWindows();
     CallSlot(TheUndoSlots.DirtyStructureEditor);
     return 1;

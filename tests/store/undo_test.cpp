@@ -116,6 +116,8 @@ TEST_F(UndoTest, TheSceneAndTheViewsFollow) {
     GridSteps() = 6;
     CopyCurrentObject();
     object->View[0].Zoom = 7;
+    object->DefaultObject3D.Zoom = 8;
+    object->DefaultObject2D[5].Zoom = 9;
     NoViewports = 1;
     Undo();
     Object* restored = CurrentObject();
@@ -126,6 +128,8 @@ TEST_F(UndoTest, TheSceneAndTheViewsFollow) {
     }
     EXPECT_EQ(restored->View[0].Zoom, 7);
     EXPECT_EQ(restored->View[1].Zoom, 0) << "only the views that are shown";
+    EXPECT_EQ(restored->DefaultObject3D.Zoom, 8);
+    EXPECT_EQ(restored->DefaultObject2D[5].Zoom, 9);
     EXPECT_EQ(restored->WorkArea.HalfSize, 5);
     EXPECT_EQ(restored->GridSteps, 6);
 }

@@ -249,6 +249,9 @@ TEST_F(Operations, AlignmentsPutTheBoxAtTheOrigin) {
             EXPECT_NEAR(ObjectMin()[axis], align.Low[axis], 1e-12) << align.How;
             EXPECT_NEAR(branch->Transform[3][axis], 1 - align.Low[axis], 1e-12) << align.How;
         }
+        Undo();
+        for (int axis = 0; axis < 3; ++axis)
+            EXPECT_NEAR(branch->Transform[3][axis], 0, 1e-12) << "undone, as the model is: " << align.How;
     }
 }
 
