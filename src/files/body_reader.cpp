@@ -72,7 +72,7 @@ void BodyReader::Finish() {
         const auto current = Objects.find(CurrentObjectNumber);
         Object*& currentObject = CurrentObject(); // in a file without objects this makes one
         currentObject = current != Objects.end() ? current->second : FirstObject();
-        SelectedLod() = FirstLod();
+        SelectLod(FirstLod());
         CurrentTexture() = FirstTexture();
         DefineAllTextures();
     }
@@ -223,8 +223,9 @@ void BodyReader::FinishObject(Object* object) {
             SussTextures();
         DeleteDuplicateVertices();
     }
+    LinkedList<&Lod::Next, &Lod::Prev>::Reverse(object->FirstLod);
     SortObject();
-    SelectedLod() = FirstLod();
+    SelectLod(FirstLod());
     object->ConnectionsOK = 0;
     if (TheFileSlots.RedefineMaterials)
         TheFileSlots.RedefineMaterials();

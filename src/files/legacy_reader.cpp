@@ -14,6 +14,7 @@
 #include "store/pools.h"
 #include "store/sorting.h"
 #include "store/storage.h"
+#include "store/structure_editing.h"
 #include "store/walks.h"
 
 #include <algorithm>
@@ -230,7 +231,7 @@ void ReadKirvo100(FileCursor& file) {
     if (!FileError && LegacyReader(file).Read()) {
         DeleteDuplicateVertices();
         SortObject();
-        SelectedLod() = FirstLod();
+        SelectLod(FirstLod());
         ConnectionsOK() = 0;
         if (TheFileSlots.RedefineMaterials)
             TheFileSlots.RedefineMaterials();

@@ -33,6 +33,8 @@ void ReadVector(FileCursor& file, float (&vector)[3]) {
 void PolygonReader::StartObject(Object* object) {
     Owner = object;
     Group = nullptr;
+    LastVertex = nullptr;
+    LastPolygon = LastInGroup = nullptr;
     HasVertexNumbers = false;
 }
 
@@ -65,21 +67,21 @@ Vertex* PolygonReader::AddVertexAt(const float (&position)[3]) {
         return nullptr;
     }
     Vertex* vertex = NewVertex(position[0], position[1], position[2]);
-    LinkedList<&Vertex::Next, &Vertex::Prev>::InsertFirst(Owner->FirstVertex, vertex);
+    LinkedList<&Vertex::Next, &Vertex::Prev>::Append(Owner->FirstVertex, LastVertex, vertex);
     return vertex;
 }
 
-PolygonReader::Unfinished PolygonReader::NewUnfinished(Polygon* parent) {
+PolygonReader::Unfinished PolygonReader::NewUnfinished(Unfinished* parent) {
     Polygon* polygon = NewPolygon();
-    LinkedList<&Polygon::Next, &Polygon::Prev>::InsertFirst(Owner->FirstPolygon, polygon);
-    LinkedList<&Polygon::NextSibling, &Polygon::PrevSibling>::InsertFirst(
-        parent ? parent->FirstChild : Group->FirstPolygon, polygon);
-    polygon->Parent = parent;
+    LinkedList<&Polygon::Next, &Polygon::Prev>::Append(Owner->FirstPolygon, LastPolygon, polygon);
+    LinkedList<&Polygon::NextSibling, &Polygon::PrevSibling>::Append(
+        parent ? parent->Polygon->FirstChild : Group->FirstPolygon, parent ? parent->LastChild : LastInGroup, polygon);
+    polygon->Parent = parent ? parent->Polygon : nullptr;
     polygon->SubObject = Group;
     polygon->Material = CurrentMaterial();
     polygon->Lighting = static_cast<std::uint8_t>(CurrentLighting);
     polygon->Mark = -1;
-    return {polygon, nullptr};
+    return {polygon, nullptr, nullptr};
 }
 
 void PolygonReader::ReadPolygon() {
@@ -90,7 +92,7 @@ void PolygonReader::ReadPolygon() {
     for (int tag; ReadFileByte(File, tag);) {
         if (tag == TagPolygon) {
             Enclosing.push_back(unfinished);
-            unfinished = NewUnfinished(unfinished.Polygon);
+            unfinished = NewUnfinished(&Enclosing.back());
         } else if (tag != TagEnd) {
             ReadItem(tag, unfinished);
         } else {

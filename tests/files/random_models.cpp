@@ -116,7 +116,6 @@ class RandomModel {
     int Groups = 0;
 };
 
-/// A polygon, but for the order of its siblings, which every reading turns round.
 std::string Describe(const Object* object, const Polygon* polygon) {
     std::ostringstream text;
     text << object->Name << ' ' << polygon->SubObject->Name << ' ' << polygon->LightGroup << " in "
@@ -209,10 +208,7 @@ TEST_F(RandomModels, ComeBackAsTheyWereWritten) {
         ASSERT_TRUE(ReadQuietly(first)) << Ferr[FileErrorNumber];
         EXPECT_FALSE(InformationLost || TexturesMissing);
         EXPECT_EQ(DescribeModel(), model);
-        // Every reading turns the lists round; after the second they are as they were.
-        ASSERT_TRUE(ReadQuietly(Written()));
-        EXPECT_EQ(DescribeModel(), model);
-        EXPECT_EQ(Written(), first);
+        EXPECT_EQ(Written(), first) << "a file that is read and written stays the same";
     }
 }
 

@@ -142,7 +142,7 @@ TEST_F(Versions, VertexSectionsInsideSubObjectsStartTheNumbersAfresh) {
     EXPECT_EQ(CornersOf(SubObjectNamed("c")->FirstPolygon)[2][2], 9);
 }
 
-TEST_F(Versions, ListsComeOutNewestFirstAndSorted) {
+TEST_F(Versions, ListsComeOutInTheFilesOrderOrSorted) {
     ModelBytes bytes("3.05");
     bytes.Materials({0});
     for (const char* name : {"b", "C", "a"})
@@ -152,7 +152,8 @@ TEST_F(Versions, ListsComeOutNewestFirstAndSorted) {
     bytes.OpenPolygon({0, 2, 1}).Byte(37).Int(2).OpenPolygon({0, 1, 2}).Byte(37).Int(3).End();
     bytes.OpenPolygon({0, 1, 2}).Byte(37).Int(4).End().End().End();
     bytes.Byte(41).String("x").End();
-    bytes.Byte(42).String("far").Byte(43).Floats({-200}).End().Byte(42).String("near").Byte(43).Floats({10}).End();
+    bytes.Byte(42).String("far").Byte(43).Floats({-200}).Byte(41).String("x").End();
+    bytes.Byte(42).String("near").Byte(43).Floats({10}).Byte(41).String("y").End();
     bytes.End().Byte(60).Byte(3).Count(4).Int(-5).End();
     ASSERT_TRUE(ReadQuietly(bytes));
 
@@ -168,23 +169,24 @@ TEST_F(Versions, ListsComeOutNewestFirstAndSorted) {
     EXPECT_EQ(subObjects, "xy");
     for (const Polygon* polygon : EveryPolygon(CurrentObject()))
         groups += std::to_string(polygon->LightGroup);
-    EXPECT_EQ(groups, "4321");
+    EXPECT_EQ(groups, "1234");
     for (const Polygon* polygon : EveryTopPolygon(SubObjectNamed("y")))
         siblings += std::to_string(polygon->LightGroup);
-    EXPECT_EQ(siblings, "21");
-    for (const Polygon* child : EveryChild(SubObjectNamed("y")->FirstPolygon)) {
+    EXPECT_EQ(siblings, "12");
+    for (const Polygon* child : EveryChild(SubObjectNamed("y")->FirstPolygon->NextSibling)) {
         children += std::to_string(child->LightGroup);
-        EXPECT_EQ(child->Parent, SubObjectNamed("y")->FirstPolygon);
+        EXPECT_EQ(child->Parent, SubObjectNamed("y")->FirstPolygon->NextSibling);
         EXPECT_EQ(child->SubObject, SubObjectNamed("y"));
     }
-    EXPECT_EQ(children, "43");
-    EXPECT_EQ(FirstVertex()->Position[0], 7); // the newest vertex comes first
+    EXPECT_EQ(children, "34");
+    EXPECT_EQ(FirstVertex()->Position[0], 0);
 
     const auto lods = ListOf<&Lod::Next>(FirstLod());
     ASSERT_EQ(lods.size(), 2U);
     EXPECT_STREQ(lods[0]->Name, "near");
     EXPECT_EQ(lods[1]->Distance, 200);
     EXPECT_EQ(SelectedLod(), lods[0]);
+    EXPECT_STREQ(SelectedSubObject()->Name, "y") << "what is made next is to be seen";
     EXPECT_FALSE(ConnectionsOK());
     EXPECT_TRUE(WorkSaved);
 }
