@@ -102,6 +102,8 @@ void GraphicsTarget::SetMaterial(const Material* material) {
 
 void GraphicsTarget::SetTexture(const Texture* texture) {
     BindTexture(texture);
+    // The polygons that decals lie on may be more transparent than texels that are left out.
+    TextureCutting(texture != nullptr);
 }
 
 void GraphicsTarget::SetTextureGeneration(bool on) {

@@ -182,14 +182,17 @@ void Blending(int on) {
 }
 
 void TextureBlending(int on) {
+    if (on && !MultiSampling && AlphaFunctionAvailable)
+        Blending(1);
+    TextureCutting(on);
+}
+
+void TextureCutting(int on) {
     if (MultiSampling || !AlphaFunctionAvailable)
         return;
-    if (!on) {
+    if (!on)
         gl::afunction(0, gl::AF_ALWAYS);
-        return;
-    }
-    Blending(1);
-    if (AlphaTest64Usable)
+    else if (AlphaTest64Usable)
         gl::afunction(64, gl::AF_GREATER);
     else
         gl::afunction(0, gl::AF_NOTEQUAL);

@@ -28,6 +28,8 @@ extern int DoSubDivide;
 void Blending(int on);
 /// Cuts out the transparent texels of textures.
 void TextureBlending(int on);
+/// Only the test that cuts them out.
+void TextureCutting(int on);
 void LineAntialiasing(int on);
 void Subpixelling(int on);
 

@@ -62,11 +62,21 @@ void LoadParallel(View* view, double radius) {
     gl::ortho(-width, width, -height, height, -depth, depth);
 }
 
+/// For a 2D view that shows as much as before, however the radius has changed since its projection was computed.
+void RenewProjection(View* view, double radius) {
+    // Files keep floats.
+    constexpr double rounding = 1e-6, least = 1e-9;
+    const double share = view->Projection[1][1] * radius;
+    SussViewProjection(view, radius);
+    if (!view->Perspective && std::fabs(share - 1) > rounding && share > least && share < 1 / least)
+        view->Zoom *= share;
+}
+
 /// The projection fits the window that is drawn in, whatever happened to its shape since it was computed.
 void FitProjectionToWindow(View* view, double radius) {
     const double vertical = view->Projection[1][1];
     if (view->Stale || !std::isfinite(vertical) || vertical <= 0)
-        SussViewProjection(view, radius);
+        RenewProjection(view, radius);
     else
         view->Projection[0][0] = vertical / WindowAspect();
 }
@@ -81,6 +91,8 @@ void LoadProjection(const Matrix& projection) {
 
 void SetUpView(View* view, int overlay) {
     const double radius = ShownRadius();
+    if (!overlay)
+        FitProjectionToWindow(view, radius);
     gl::loadmatrix(p90f.Element);
     if (!view->Perspective)
         gl::scale(view->Zoom, view->Zoom, view->Zoom);
@@ -98,7 +110,6 @@ void SetUpView(View* view, int overlay) {
     MultMatrix(view->ViewMatrix, p90, view->Transform);
     if (!view->Perspective)
         MultMatrix(view->Transform, ScaleMatrix(view->Zoom, view->Zoom, view->Zoom), view->Transform);
-    FitProjectionToWindow(view, radius);
     if (view->Perspective)
         LoadPerspective(view, radius);
     else

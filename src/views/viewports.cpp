@@ -71,12 +71,20 @@ void DisableLikeMainWindow(Window* window) {
         DisableWindow(window);
 }
 
+void MarkStale(View& view) {
+    // What was made in advance is to fit the model when it is first shown; a file's views have been stale before.
+    const bool everShown = view.Stale || view.Size != 0;
+    if (!everShown)
+        view.Projection = {};
+    view.Stale = 1;
+}
+
 void MarkStale(View& default3D, View (&defaults2D)[DefaultView2DCount], View (&views)[ViewportLimit]) {
-    default3D.Stale = 1;
+    MarkStale(default3D);
     for (View& view : defaults2D)
-        view.Stale = 1;
+        MarkStale(view);
     for (View& view : views)
-        view.Stale = 1;
+        MarkStale(view);
 }
 
 void MarkAllViewsStale() {

@@ -397,6 +397,19 @@ TEST_F(Drawing, TexturesDecalsOfPlainPolygons) {
     FreeTexture(texture);
 }
 
+// The texels that are cut out are less transparent than this glass.
+TEST_F(Drawing, ShowsTransparentPolygonsUnderTexturedDecals) {
+    TextureOn = TextureAvailable = 1;
+    Texture* texture = AddSquares(905, true);
+    AddFront(0, 1, 0, 2, AddGlow(Red));
+    Polygon* pane = AddFront(0, 0, 0, 2, AddGlow(White, 0.2f));
+    Cover(AddFront(0, 0, 0, 1, AddGlow(White), pane), texture, 1);
+    Draw(LookFrom(Front, 3));
+    EXPECT_NEAR(Pixel(125, 150) >> 8 & 0xFF, 51, 2);
+    EXPECT_EQ(Row(180, 170, 1), "B");
+    FreeTexture(texture);
+}
+
 TEST_F(Drawing, SelectsLevelsAndMembersInTheStructureEditor) {
     Material *near = AddGlow(Red), *far = AddGlow(Green);
     SelectedLod();

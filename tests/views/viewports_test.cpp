@@ -122,6 +122,24 @@ TEST_F(Viewports, ChangingTheirNumberMakesEveryViewStale) {
     EXPECT_EQ(NoViewports, 3);
 }
 
+TEST_F(Viewports, ShowAsMuchAsBeforeWhenTheyComeBack) {
+    OpenMain(1);
+    AddBox(10, 10, 10);
+    SetRadius(20);
+    ChangeNoViewports();
+    Settle();
+    const auto shown = [](int number) { return 1 / (ObjectView(number).Projection[1][1] * ObjectView(number).Zoom); };
+    EXPECT_NEAR(shown(1), 20, 1e-9) << "at first all of the model";
+    ObjectView(1).Zoom = 4;
+    ChangeNoViewports();
+    Settle();
+    SetRadius(200);
+    ChangeNoViewports();
+    Settle();
+    EXPECT_NEAR(shown(1), 5, 1e-9);
+    EXPECT_NEAR(ObjectView(1).Projection[1][1], 1 / 200.0, 1e-9);
+}
+
 TEST_F(Viewports, AreCountedWithoutWindowsToo) {
     ChangeNoViewports();
     EXPECT_EQ(NoViewports, 3);
