@@ -93,14 +93,15 @@ int SaveUnderCurrentName() {
 
 /// Gives a model without a name one that no file in its directory has: nobody has chosen what is replaced.
 void NameAfterNoFile() {
-    std::string name = msg(MsgUnnamed);
+    const std::string unnamed = msg(MsgUnnamed), extension(KirvoExtension);
+    std::string name = unnamed + extension;
     struct stat status;
     for (int number = 2; lstat(PathOf(FilePath, name.c_str()).c_str(), &status) == 0; ++number)
-        name = std::string(msg(MsgUnnamed)) + "-" + std::to_string(number);
+        name = unnamed + "-" + std::to_string(number) + extension;
     CopyFileName(FileName, name.c_str());
 }
 
-/// The name is not the user's, and file selectors do not list it.
+/// The name is not the user's.
 void TellWhereItIsSaved() {
     const std::string text = "The model had no name yet. It is saved as " + CurrentPath();
     if (Quitting)

@@ -11,6 +11,7 @@
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "gooey/word_wrap.h"
+#include "interaction/tool_protocol.h"
 #include "platform/events.h"
 #include "platform/windows.h"
 #include "store/storage.h"
@@ -41,13 +42,18 @@ void QuestionEvent(int device, short value) {
 
 /// Whether the action may go on. A save that failed must not lose the work.
 bool SaveOrDiscard(int answer) {
-    return answer == AnswerDiscard || (answer == AnswerSave && DoFileOperation(FileSaveAtOnce));
+    if (answer != AnswerSave)
+        return answer == AnswerDiscard;
+    // Else the file would lack what is to be seen.
+    if (ToolHoldsWork())
+        FinishTool();
+    return DoFileOperation(FileSaveAtOnce);
 }
 
 } // namespace
 
 void WorkNotSaved(void (*action)()) {
-    if (WorkSaved) {
+    if (WorkSaved && !ToolHoldsWork()) {
         action();
         return;
     }

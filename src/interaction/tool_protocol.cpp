@@ -10,6 +10,7 @@
 #include "gooey/redraw.h"
 #include "interaction/input.h"
 #include "interaction/view_menus.h"
+#include "store/new_vertices.h"
 #include "store/undo.h"
 #include "views/status_line.h"
 #include "views/tool_bar.h"
@@ -124,6 +125,17 @@ void BeforeToolChange() {
 
 int ToolHasChanged() {
     return RunningTool && !UndoPending;
+}
+
+int ToolHoldsWork() {
+    if (!RunningTool)
+        return 0;
+    return RunningTool->HoldsWork ? RunningTool->HoldsWork() : NewVertices != nullptr;
+}
+
+void FinishTool() {
+    if (RunningTool)
+        DoneTool();
 }
 
 void SendToolKey(View* view, int character) {

@@ -36,6 +36,9 @@ struct Tool {
 
     /// Carries out what was prepared; runs before the tool ends with Done.
     void (*Done)() = nullptr;
+    /// 1 while there is something that Done would carry out or keep: the program does not end without a question. Null:
+    /// while there are temporary vertices.
+    int (*HoldsWork)() = nullptr;
     /// Gives up what the tool keeps for itself; runs whenever it ends, before everything else is given back.
     void (*Leave)() = nullptr;
 
@@ -58,6 +61,11 @@ void SetToolStatus(const std::int16_t* status);
 void BeforeToolChange();
 /// 1 when the running tool has changed the object.
 int ToolHasChanged();
+
+/// 1 while a tool runs that holds work which is not in the model yet.
+int ToolHoldsWork();
+/// Ends it with Done.
+void FinishTool();
 
 /// Types a key into the running tool, as its buttons and menu do.
 void SendToolKey(View* view, int character);

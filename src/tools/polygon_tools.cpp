@@ -152,6 +152,10 @@ void PolyCreateToolItems() {
     AddIntCheck(GooeyRight, BarCheckY, 0, CheckSmallFont, nullptr, HideLabel, HideAsWanted, &HideVertices);
 }
 
+int SomethingEntered() {
+    return !PolyVertexList.empty();
+}
+
 void LeavePolyCreation() {
     RemoveAllPolyVertices();
     DeselectAllVertices();
@@ -167,6 +171,7 @@ const Tool ConnectTool = {
     .BuildBar = PolyCreateToolItems,
     .CancelCode = PolyCancelCode,
     .ManualPage = "R_PolysFromVertices",
+    .HoldsWork = SomethingEntered,
     .Leave = LeavePolyCreation,
 };
 
@@ -179,6 +184,7 @@ const Tool FreehandTool = {
     .BuildBar = PolyCreateToolItems,
     .CancelCode = PolyCancelCode,
     .ManualPage = "R_PolysFreehand",
+    .HoldsWork = SomethingEntered,
     .Leave = LeavePolyCreation,
 };
 

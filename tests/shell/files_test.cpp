@@ -167,18 +167,26 @@ TEST_F(Files, UnsavedWorkIsAskedAbout) {
     EXPECT_EQ(Report("escaped.json")["windows"][0]["disabled"], 0);
     EXPECT_EQ(FileIn("new.json"), "Unnamed");
     EXPECT_EQ(TitleIn("house.kirvo"), "First");
-    EXPECT_FALSE(fs::exists(InHome("Unnamed")));
+    EXPECT_FALSE(fs::exists(InHome("Unnamed.kirvo")));
+}
+
+TEST_F(Files, ToolsThatHoldWorkAskToo) {
+    Write("house.kirvo", Model());
+    ExpectGoodEnd(Play("unfinished_tool.script", "house"));
+    EXPECT_TRUE(Shows(Report("asked.json"), " FIleChanged!"));
+    ExpectGoodEnd(program.Play("report kept.json\n", "house"));
+    EXPECT_EQ(Report("kept.json")["objects"][0]["vertices"], 3);
 }
 
 TEST_F(Files, ModelsWithoutANameDoNotReplaceEachOther) {
     const ProgramEnd end = Play("nameless.script");
     ExpectGoodEnd(end);
     EXPECT_TRUE(Shows(Report("told.json"), "Notice"));
-    EXPECT_EQ(TitleIn("Unnamed"), "First");
-    EXPECT_EQ(TitleIn("Unnamed-2"), "Second");
-    EXPECT_NE(end.Errors.find(InHome("Unnamed-2")), std::string::npos) << end.Errors;
+    EXPECT_EQ(TitleIn("Unnamed.kirvo"), "First");
+    EXPECT_EQ(TitleIn("Unnamed-2.kirvo"), "Second");
+    EXPECT_NE(end.Errors.find(InHome("Unnamed-2.kirvo")), std::string::npos) << end.Errors;
     ExpectGoodEnd(program.Play("report again.json\n"));
-    EXPECT_EQ(FileIn("again.json"), "Unnamed-2");
+    EXPECT_EQ(FileIn("again.json"), "Unnamed-2.kirvo");
 }
 
 TEST_F(Files, AnotherMachinesCreditsAreShownButKept) {
