@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -36,6 +37,13 @@ bool TryDirectoryOfProgram(const char* programPath, const char* workingDirectory
     SplitFileName(programPath, directory, name);
     const std::string place = directory;
     return TryInstallation(place.starts_with('/') ? place : std::string(workingDirectory) + "/" + place);
+}
+
+/// However it was started: through the search path, or by a link.
+bool TryDirectoryOfRunningProgram() {
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return !error && TryInstallation(program.parent_path());
 }
 
 [[noreturn]] void EndWithoutHome(const char* reason) {
@@ -73,7 +81,7 @@ void FindDirectories(const char* programPath) {
     char current[MaxFileName] = "";
     const bool found = TryInstallation(std::string(HomeDir) + "/Kirvo") || (named && TryInstallation(named)) ||
                        (WorkingDirectory(current) && TryInstallation(current)) ||
-                       TryDirectoryOfProgram(programPath, current);
+                       TryDirectoryOfProgram(programPath, current) || TryDirectoryOfRunningProgram();
     if (!found)
         EndWithoutInstallation();
 }

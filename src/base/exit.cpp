@@ -80,5 +80,7 @@ void TrapStuff() {
     }
     // A file that grows beyond the user's limit is a failed save, not the end.
     std::signal(SIGXFSZ, SIG_IGN);
+    // Nobody need listen to what the program tells. Programs that it starts get the default back, as of every handler.
+    std::signal(SIGPIPE, [](int) {});
     Unblock({SIGTERM, SIGBUS, SIGSEGV});
 }

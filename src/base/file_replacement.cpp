@@ -75,6 +75,54 @@ int CreateLocked(const char* name) {
     return descriptor;
 }
 
+/// From the start of one open file over another, which then ends there, onto the disk.
+bool CopyOver(int from, int to) {
+    char block[64 * 1024];
+    off_t offset = 0;
+    for (ssize_t count; (count = pread(from, block, sizeof block, offset)) != 0;) {
+        if (count < 0)
+            return false;
+        for (ssize_t done = 0; done < count;) {
+            const ssize_t written = pwrite(to, block + done, static_cast<std::size_t>(count - done), offset + done);
+            if (written < 0)
+                return false;
+            done += written;
+        }
+        offset += count;
+    }
+    return ftruncate(to, offset) == 0 && fsync(to) == 0;
+}
+
+/// An open file for the length of a scope.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : Number(number) {}
+
+    ~Descriptor() {
+        const ErrnoScope keepErrno;
+        if (Number >= 0)
+            close(Number);
+    }
+
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    explicit operator bool() const { return Number >= 0; }
+
+    operator int() const { return Number; }
+
+  private:
+    const int Number;
+};
+
+/// A new file in the directory for temporary files; its name is put in place of `name`, the file's own.
+int CreateTemporary(std::string& name) {
+    std::error_code error;
+    const fs::path directory = fs::temp_directory_path(error);
+    name = (error ? fs::path("/tmp") : directory) / ("Kirvo-" + name.substr(0, LongestPartOfName) + "-XXXXXX");
+    return mkostemp(name.data(), O_CLOEXEC);
+}
+
 } // namespace
 
 FileReplacement::FileReplacement(const char* name) : Place(FollowLinks(name)) {
@@ -89,7 +137,13 @@ FileReplacement::FileReplacement(const char* name) : Place(FollowLinks(name)) {
     OldVersion = exists;
     if (exists && access(Place.c_str(), W_OK) != 0)
         return;
-    if (!OpenBeside() || (exists && !TakeOverPermissions()))
+    if (OpenBeside()) {
+        if (exists && !TakeOverPermissions())
+            Fail();
+        return;
+    }
+    const bool closedDirectory = errno == EACCES || errno == EPERM || errno == EROFS;
+    if (!exists || !closedDirectory || !OpenElsewhere())
         Fail();
 }
 
@@ -112,6 +166,31 @@ bool FileReplacement::OpenBeside() {
     return File != nullptr;
 }
 
+bool FileReplacement::OpenElsewhere() {
+    const ErrnoScope keepErrno; // of the directory
+    const Descriptor old(open(Place.c_str(), O_WRONLY | O_CLOEXEC));
+    std::string name = fs::path(Place).filename();
+    if (!old || (Elsewhere = CreateTemporary(name)) < 0)
+        return false;
+    unlink(name.c_str());
+    const int second = dup(Elsewhere);
+    File = second < 0 ? nullptr : fdopen(second, "w");
+    return File != nullptr;
+}
+
+bool FileReplacement::WriteOver() {
+    std::string copy = fs::path(Place).filename();
+    const Descriptor place(open(Place.c_str(), O_RDWR | O_CLOEXEC)), kept(place ? CreateTemporary(copy) : -1);
+    if (!kept)
+        return false;
+    // A copy that is needed is left for the user.
+    const bool copied = CopyOver(place, kept), written = copied && CopyOver(Elsewhere, place);
+    const ErrnoScope keepErrno;
+    if (written || !copied || CopyOver(kept, place))
+        unlink(copy.c_str());
+    return written;
+}
+
 bool FileReplacement::TakeOverPermissions() const {
     struct stat status;
     if (stat(Place.c_str(), &status) != 0)
@@ -130,6 +209,11 @@ int FileReplacement::Finish() {
 }
 
 int FileReplacement::KeepOldVersion(const std::string& suffix) {
+    if (Elsewhere >= 0) {
+        const Descriptor old(open(Place.c_str(), O_RDONLY | O_CLOEXEC));
+        const Descriptor kept(open((Place + suffix).c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
+        return old && kept && CopyOver(old, kept);
+    }
     if (Hidden.empty() || !OldVersion)
         return 1;
     const std::string kept = Place + suffix, second = Hidden + suffix;
@@ -149,6 +233,8 @@ int FileReplacement::KeepOldVersion(const std::string& suffix) {
 }
 
 int FileReplacement::PutInPlace() {
+    if (Elsewhere >= 0)
+        return WriteOver() || Fail();
     if (Hidden.empty())
         return 1;
     if (std::rename(Hidden.c_str(), Place.c_str()) != 0)
@@ -164,6 +250,8 @@ bool FileReplacement::Fail() {
     const ErrnoScope keepErrno;
     if (File)
         std::fclose(std::exchange(File, nullptr));
+    if (Elsewhere >= 0)
+        close(std::exchange(Elsewhere, -1));
     if (!Moved.empty())
         std::rename(Moved.c_str(), Place.c_str());
     Moved.clear();

@@ -7,6 +7,9 @@
 /// a failure or a kill at any moment the old one, whole, is what is found there. It is written beside its place under a
 /// hidden name, which the next attempt uses again. Links are followed: the file that they lead to is replaced, not
 /// they; owner and permissions stay. What is no plain file (a device, a pipe) is written in place.
+///
+/// Where the directory takes no new files but the old version may be written, that is written over at the end, a copy
+/// of it being kept in the directory for temporary files until the new one is on the disk.
 class FileReplacement {
   public:
     /// Stream() is null when nothing can be written there, or the old version may not be written; errno then says why.
@@ -36,12 +39,15 @@ class FileReplacement {
   private:
     bool Fail();
     bool OpenBeside();
+    bool OpenElsewhere();
+    bool WriteOver();
     bool TakeOverPermissions() const;
 
     std::string Place;  // links followed
     std::string Hidden; // the new version's name; empty when writing in place
     std::string Moved;  // where the old version is while it cannot be in both places
     std::FILE* File = nullptr;
+    int Elsewhere = -1; // a file without a name that holds the new version
     bool OldVersion = false;
 };
 

@@ -142,11 +142,17 @@ void Restart(View* view) {
     TheDrag.StartRoll = PointerAngle();
 }
 
+/// Beyond these, however long a wheel is turned, pixels need more digits than the graphics hardware has.
+double DrawableZoom(double zoom) {
+    constexpr double smallest = 1e-9, largest = 5e7;
+    return std::clamp(zoom, smallest, largest);
+}
+
 void Zoom(View* view, double share) {
     if (view->Perspective)
         MoveBy(view, 0, -share * ZoomDistance(view), 0);
     else
-        view->Zoom = TheDrag.StartZoom * (share >= 0 ? 2 * share + 1 : -1 / (share - 1));
+        view->Zoom = DrawableZoom(TheDrag.StartZoom * (share >= 0 ? 2 * share + 1 : -1 / (share - 1)));
 }
 
 void Step(View* view) {
@@ -182,8 +188,6 @@ void DragView(View* view) {
 
 /// A notch makes the view this much larger.
 constexpr double NotchFactor = 1.2;
-/// Numbers stay sound, however long a wheel is turned.
-constexpr double SmallestZoom = 1e-9, LargestZoom = 1e9;
 constexpr double FarthestSizes = 1e5;
 /// What a notch pans and turns, in pixels of a drag.
 constexpr double NotchPixels = 30;
@@ -217,7 +221,7 @@ void ZoomAboutPointer(View* view, double factor) {
         const double step = (1 / factor - 1) * DistanceOfWheel(view, factor > 1);
         MoveBy(view, step * ray.X, step, step * ray.Z);
     } else {
-        const double zoom = std::clamp(view->Zoom * factor, SmallestZoom, LargestZoom);
+        const double zoom = DrawableZoom(view->Zoom * factor);
         const double change = 1 / zoom - 1 / view->Zoom;
         MoveBy(view, change * ray.X, 0, change * ray.Z);
         view->Zoom = zoom;

@@ -11,10 +11,11 @@ extern const MenuEntry* const SceneMenus[];
 
 /// What the bars need of the modules that come above or beside them; each is skipped when null.
 struct MenuSlots {
-    const MenuEntry* (*MakeImportMenu)() =
-        nullptr; // the import converters, null when there are none; kept by its maker
-    const MenuEntry* (*MakeExportMenu)() = nullptr; // the export converters, likewise
-    void (*DealWithPulldown)(int id) = nullptr;     // carries out an item of a bar
+    /// The import converters, null when there are none; kept by its maker. The export converters likewise.
+    const MenuEntry* (*MakeImportMenu)() = nullptr;
+    const MenuEntry* (*MakeExportMenu)() = nullptr;
+    /// Carries out an item of a bar.
+    void (*DealWithPulldown)(int id) = nullptr;
 };
 
 extern MenuSlots TheMenuSlots;

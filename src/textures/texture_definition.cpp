@@ -110,7 +110,10 @@ void Define(Texture* texture) {
     Trace("Defining texture:%d\n", NextFreeTexture);
     int width, height, components;
     std::uint8_t* pixels = ReadImage(texture->FileName, width, height, components);
-    if (!pixels) {
+    constexpr int mostComponents = 4;
+    if (!pixels || components > mostComponents) {
+        if (pixels)
+            Free(pixels);
         DefinePlaceholder(texture);
         return;
     }

@@ -16,6 +16,7 @@
 #include "views/viewports.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 std::vector<EnteredVertex> PolyVertexList;
 int PolyOutlineClosed;
@@ -30,13 +31,22 @@ constexpr double FirstVertexPixels = 6;
 /// The polygons completed since the tool started. A clean-up deletes one whose area is lost in rounding, so whoever
 /// takes one from here first looks whether it still exists.
 std::vector<Polygon*> PolyEnterList;
+/// The vertices made for them; others are the user's own.
+std::unordered_set<const Vertex*> MadeVertices;
+
+Vertex* VertexOfEntry(const EnteredVertex& entry) {
+    if (!entry.IsNew)
+        return entry.Vertex;
+    const double* place = entry.Vertex->Position;
+    Vertex* made = AddVertex(place[0], place[1], place[2]);
+    MadeVertices.insert(made);
+    return made;
+}
 
 PolygonBead* BeadsOfEntries() {
     PolygonBead* beads = nullptr;
-    for (const EnteredVertex& entry : PolyVertexList) {
-        const double* place = entry.Vertex->Position;
-        AddPolygonBead(beads, entry.IsNew ? AddVertex(place[0], place[1], place[2]) : entry.Vertex);
-    }
+    for (const EnteredVertex& entry : PolyVertexList)
+        AddPolygonBead(beads, VertexOfEntry(entry));
     return beads;
 }
 
@@ -47,6 +57,19 @@ bool EntriesHaveArea() {
         AddNewellEdge(PolyVertexList[i].Vertex->Position,
                       PolyVertexList[(i + 1) % PolyVertexList.size()].Vertex->Position, sum);
     return LengthOfVector(sum) > 0;
+}
+
+/// With the vertices that were made for it and that nothing else uses.
+void DeleteEntered(Polygon* polygon) {
+    std::vector<Vertex*> corners;
+    for (const PolygonBead* bead : EveryBead(polygon))
+        if (MadeVertices.contains(bead->Vertex))
+            corners.push_back(bead->Vertex);
+    DeletePolygon(polygon, 0);
+    CleanUpObject();
+    for (Vertex* corner : corners)
+        if (!corner->Uses && MadeVertices.erase(corner))
+            DeleteVertex(corner);
 }
 
 bool StillExists(const Polygon* polygon) {
@@ -62,6 +85,7 @@ void DrawDisc(double pixel) {
 
 void StartPolyCreation(int outlineClosed) {
     PolyEnterList.clear();
+    MadeVertices.clear();
     PolyOutlineClosed = outlineClosed;
 }
 
@@ -111,7 +135,7 @@ void DeleteLastEnteredPolygon() {
         Polygon* last = PolyEnterList.back();
         PolyEnterList.pop_back();
         if (StillExists(last)) {
-            DeletePolygon(last, 1);
+            DeleteEntered(last);
             break;
         }
     }
@@ -136,4 +160,5 @@ void DrawNewPolygon(View* view) {
 
 void FreePolyEnterList() {
     PolyEnterList = {};
+    MadeVertices = {};
 }

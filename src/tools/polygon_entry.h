@@ -33,7 +33,7 @@ void RemoveAllPolyVertices();
 /// Makes a polygon of the entered vertices, facing the user in the view, which the current window shows, and forgets
 /// them. With none it does nothing; fewer than three, or those of a polygon without area, stay, and the user is told.
 void CompletePolygon(View* view);
-/// Takes back the polygon completed last, with the vertices that nothing else uses.
+/// Takes back the polygon completed last, with the vertices that were made for it and that nothing else uses.
 void DeleteLastEnteredPolygon();
 
 /// Shows the entered vertices: an overlay of the views.

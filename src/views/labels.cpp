@@ -66,18 +66,14 @@ struct Pixel {
     int X, Y;
 };
 
-/// A straight arrow along an axis of the screen, in white with an edge of the background.
-void DrawArrow(Pixel from, Pixel to, std::uint32_t background) {
+/// A straight arrow along an axis of the screen.
+void DrawArrow(Pixel from, Pixel to) {
     const int alongX = (to.X > from.X) - (to.X < from.X), alongY = (to.Y > from.Y) - (to.Y < from.Y);
     constexpr int head = (ArrowEnd - ArrowStart) / 6;
     const int backX = to.X - alongX * head, backY = to.Y - alongY * head;
-    for (const bool edge : {true, false}) {
-        gl::cpack(edge ? background : White);
-        gl::linewidth(edge ? 3 : 1);
-        PixelLine(from.X, from.Y, to.X, to.Y);
-        PixelLine(to.X, to.Y, backX + alongY * head, backY + alongX * head);
-        PixelLine(to.X, to.Y, backX - alongY * head, backY - alongX * head);
-    }
+    PixelLine(from.X, from.Y, to.X, to.Y);
+    PixelLine(to.X, to.Y, backX + alongY * head, backY + alongX * head);
+    PixelLine(to.X, to.Y, backX - alongY * head, backY - alongX * head);
 }
 
 /// A letter beyond an arrow's tip.
@@ -238,9 +234,13 @@ void Draw2dAxis(std::uint32_t background, int toTheRight, char horizontalLetter,
     const Pixel corner = {toTheRight ? ArrowStart : ArrowEnd, verticalDown ? ArrowEnd : ArrowStart};
     const Pixel sideways = {ArrowStart + ArrowEnd - corner.X, corner.Y};
     const Pixel upright = {corner.X, ArrowStart + ArrowEnd - corner.Y};
-    DrawArrow(corner, sideways, background);
-    DrawArrow(corner, upright, background);
-    gl::linewidth(1);
+    // In white, with an edge of the background that covers none of it.
+    for (const bool edge : {true, false}) {
+        gl::cpack(edge ? background : White);
+        gl::linewidth(edge ? 3 : 1);
+        DrawArrow(corner, sideways);
+        DrawArrow(corner, upright);
+    }
     DrawAxisLetter(corner, sideways, horizontalLetter);
     DrawAxisLetter(corner, upright, verticalLetter);
 }

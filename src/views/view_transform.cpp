@@ -46,8 +46,23 @@ double ReachOf3dView(double radius) {
     return std::max(model, std::min(grid, 100 * model * magnification));
 }
 
+/// Small content far from the origin would be cut away where it could be seen; it may come as near as if it were
+/// alone.
+constexpr double NearestShareOfContent = 0.01;
+
+double NearForContent(const View* view, double near) {
+    const ShownExtent extent = ObjectIsolated ? ObjectBox() : SceneBox();
+    if (!BoxIsLostFromAfar(extent))
+        return near;
+    const ExtentSphere sphere = SphereAround(extent);
+    double centre[3];
+    TransformCoordinate(sphere.Centre, view->ViewMatrix, centre);
+    return std::min(near, std::max(centre[1] - sphere.Radius, sphere.Radius * NearestShareOfContent));
+}
+
 void LoadPerspective(View* view, double radius) {
-    const DepthRange range = DepthRangeFor(view->ViewMatrix[3][1], ReachOf3dView(radius));
+    DepthRange range = DepthRangeFor(view->ViewMatrix[3][1], ReachOf3dView(radius));
+    range.Near = NearForContent(view, range.Near);
     view->Size = static_cast<float>(radius / WorkAreaMagnification());
     view->Near = static_cast<float>(range.Near);
     view->Far = static_cast<float>(range.Far);
@@ -171,8 +186,9 @@ double UsableRadius(double radius) {
     return std::clamp(radius, least, most);
 }
 
-double LeastDepth(double radius) {
-    return ReachOf3dView(UsableRadius(radius)) * NearestShare;
+double LeastDepth(const ShownExtent& extent) {
+    const double depth = ReachOf3dView(UsableRadius(extent.Radius)) * NearestShare;
+    return BoxIsLostFromAfar(extent) ? std::min(depth, SphereAround(extent).Radius * NearestShareOfContent) : depth;
 }
 
 double ShownRadius() {

@@ -2,6 +2,7 @@
 
 #include "geometry/matrices.h"
 #include "store/view_record.h"
+#include "views/shown_extent.h"
 
 // The transforms of views. Model space has z up and +y away from the eye in the front view; eye space has y up and
 // looks along -z.
@@ -53,7 +54,7 @@ double WindowAspect();
 /// Radius of what the views show, the scene's or the current object's, metres. Always positive and within bounds that
 /// projections can work with: a model that has no extent counts as one of a metre.
 double ShownRadius();
-/// The least distance from the eye, metres, at which a 3D view shows what lies within such a radius about the origin.
-double LeastDepth(double radius);
+/// The least distance from the eye, metres, at which a 3D view shows such content.
+double LeastDepth(const ShownExtent& extent);
 /// A radius brought within those bounds.
 double UsableRadius(double radius);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
 
 #include "base/debug.h"
 #include "base/memory.h"
@@ -56,6 +57,15 @@ int Overflow(int depth) {
     volatile char frame[1024] = {};
     frame[depth % 1024] = 1;
     return Overflow(depth + 1) + frame[0];
+}
+
+TEST_F(Exit, DoesNotComeWhenNobodyListens) {
+    const auto writeToNobody = [] {
+        TrapStuff();
+        std::raise(SIGPIPE);
+        _exit(7);
+    };
+    EXPECT_EXIT(writeToNobody(), testing::ExitedWithCode(7), "");
 }
 
 TEST_F(Exit, AStackOverflowIsToldToo) {

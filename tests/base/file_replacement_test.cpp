@@ -115,6 +115,37 @@ TEST_F(FileReplacing, LinksAndPermissionsStay) {
     EXPECT_EQ(ContentsOf(Path("models/b")), "b");
 }
 
+TEST_F(FileReplacing, FilesOfDirectoriesThatTakeNoNewOnesAreWrittenOver) {
+    fs::create_directory(Path("closed"));
+    for (const char* name : {"closed/a", "closed/a.bak"}) {
+        std::ofstream(Path(name)) << "an old version that is longer";
+        ASSERT_EQ(chmod(Path(name).c_str(), 0666), 0);
+    }
+    ASSERT_EQ(chmod(Path("closed").c_str(), 0555) + chmod(place.Path().c_str(), 0755), 0);
+    constexpr uid_t nobody = 65534;
+    const bool isRoot = geteuid() == 0;
+    if (isRoot) {
+        ASSERT_EQ(seteuid(nobody), 0);
+    }
+    {
+        FileReplacement file(Path("closed/a").c_str());
+        Put(file, "new");
+        EXPECT_TRUE(file.Replaces() && file.Finish());
+        EXPECT_TRUE(file.KeepOldVersion(".bak"));
+        EXPECT_FALSE(file.KeepOldVersion(".other"));
+        EXPECT_TRUE(file.PutInPlace());
+    }
+    errno = 0;
+    EXPECT_EQ(FileReplacement(Path("closed/b").c_str()).Stream(), nullptr);
+    EXPECT_EQ(errno, EACCES);
+    if (isRoot) {
+        ASSERT_EQ(seteuid(0), 0);
+    }
+    EXPECT_EQ(ContentsOf(Path("closed/a")), "new");
+    EXPECT_EQ(ContentsOf(Path("closed/a.bak")), "an old version that is longer");
+    chmod(Path("closed").c_str(), 0755);
+}
+
 TEST_F(FileReplacing, FailuresSayWhyAndChangeNothing) {
     fs::create_directories(Path("directory/full"));
 

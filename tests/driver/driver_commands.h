@@ -5,12 +5,18 @@
 struct Window;
 
 // Script commands that look inside the program:
-//   check          every rule of the store holds, in both files
-//   settle         closes all windows but the main one and ends what runs, until the program waits for a user who
-//   begins mode M         polygon, vertex or scene: types the keys that lead there unsaved        the work counts as
-//   unsaved remember       keeps what the model holds unchanged      the model still is as it was remembered undo
-//   undoes what has changed since then, redoes it and undoes it again, the model being compared each time halfway uses
-//   the tool that runs, if any, without finishing, and cancels it: the model must be as remembered
+//
+//   check            every rule of the store holds, in both files
+//   settle           closes all windows but the main one and ends what runs, until the program waits for a user who
+//                    begins
+//   mode M           polygon, vertex or scene: types the keys that lead there
+//   unsaved          the work counts as unsaved
+//   remember         keeps what the model holds
+//   unchanged        the model still is as it was remembered
+//   undo             undoes what has changed since then, redoes it and undoes it again, the model being compared each
+//                    time
+//   halfway          uses the tool that runs, if any, without finishing, and cancels it: the model must be as
+//                    remembered
 void InstallDriverCommands();
 
 /// What is wrong with the model; "" when every rule of the store holds.

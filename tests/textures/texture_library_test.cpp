@@ -230,10 +230,16 @@ TEST_F(TextureDefinitions, AnImageThatCannotBeReadGetsAPlaceholder) {
     EXPECT_EQ(Definitions[0].Height, 16);
     EXPECT_EQ(Definitions[0].Components, 1);
 
+    // Nor is there anything to be shown of five channels.
+    MadeImage(4, 2, 5).WriteTo(texture->FileName);
+    fs::resize_file(texture->FileName, 512 + 4 * 2 * 5);
+    DefineTexture(texture);
+    EXPECT_EQ(Definitions.back().Components, 1);
+
     // Once the image has been repaired it is taken.
     MakeImage("a", 8);
     DefineTexture(texture);
-    EXPECT_EQ(texture->GLId, 2);
+    EXPECT_EQ(texture->GLId, 3);
     EXPECT_EQ(texture->Aspect, 4.0f);
 }
 

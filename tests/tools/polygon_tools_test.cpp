@@ -143,6 +143,18 @@ TEST_F(PolygonTools, BackspaceTakesBackVerticesThenPolygons) {
     CheckIntegrity();
 }
 
+TEST_F(PolygonTools, BackspaceLeavesVerticesThatWereThereBefore) {
+    for (const double x : {-4.0, 0.0, 4.0})
+        AddVertex(x, x == 0 ? 3 : -3, 0);
+    CreatePolysFreehand();
+    InView(ClickGround(-4, -3) + ClickGround(4, -3) + ClickGround(4, 3) + ClickGround(0, 3) + "key Return\n");
+    EXPECT_EQ(Vertices(), 4u);
+    EXPECT_EQ(Polygons(), 1u);
+    InView("key Backspace\n");
+    EXPECT_EQ(Polygons(), 0u);
+    EXPECT_EQ(Vertices(), 3u);
+}
+
 TEST_F(PolygonTools, CornersInOneLineAreNoPolygon) {
     CreatePolysFreehand();
     InView(ClickGround(-4, 0) + ClickGround(-3, 0) + ClickGround(-2, 0) + "key Return\n");
