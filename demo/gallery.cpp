@@ -140,12 +140,35 @@ void AddCheckSection() {
 char Name[64], Size[16], Directory[4096];
 
 void AddTextSection() {
-    AddTextInput(LeftColumn, -415, 356, 0, "Name:", "A hut on stilts", sizeof Name, PrintableFilter, Name,
-                 [] { Say("Any character; Return was pressed: " + std::string(Name)); });
-    AddTextInput(LeftColumn, -459, 200, TextSmallFont | TextReportsChanges, "Size (m):", "1.5", sizeof Size, FPFilter,
-                 Size, [] { Say("Numbers alone, told of every change: " + std::string(Size)); });
-    AddTextInput(LeftColumn + 8, -519, 364, TextSmallFont | TextLabelAbove, "Texture directory:", "/usr/share/textures",
-                 sizeof Directory, AsciiFilter, Directory, [] { Say("The label above: " + std::string(Directory)); });
+    AddTextInput({.X = LeftColumn,
+                  .Y = -415,
+                  .Width = 356,
+                  .Label = "Name:",
+                  .Text = "A hut on stilts",
+                  .Buffer = Name,
+                  .Size = sizeof Name,
+                  .Filter = PrintableFilter,
+                  .Callback = [] { Say("Any character; Return was pressed: " + std::string(Name)); }});
+    AddTextInput({.X = LeftColumn,
+                  .Y = -459,
+                  .Width = 200,
+                  .Flags = TextSmallFont | TextReportsChanges,
+                  .Label = "Size (m):",
+                  .Text = "1.5",
+                  .Buffer = Size,
+                  .Size = sizeof Size,
+                  .Filter = FPFilter,
+                  .Callback = [] { Say("Numbers alone, told of every change: " + std::string(Size)); }});
+    AddTextInput({.X = LeftColumn + 8,
+                  .Y = -519,
+                  .Width = 364,
+                  .Flags = TextSmallFont | TextLabelAbove,
+                  .Label = "Texture directory:",
+                  .Text = "/usr/share/textures",
+                  .Buffer = Directory,
+                  .Size = sizeof Directory,
+                  .Filter = AsciiFilter,
+                  .Callback = [] { Say("The label above: " + std::string(Directory)); }});
 }
 
 // ---- Sliders
@@ -171,8 +194,17 @@ void AddSliderSection() {
     };
     auto shade = [](GadgetArg arg) { return 0xFFu << 8 * arg.Number; };
     for (int channel = 0; channel < 3; ++channel)
-        Mixers[channel] = AddSlider(RightColumn + 8 + 46 * channel, -225, 22, 100, SliderSmallFont, positions[channel],
-                                    nullptr, moved, nullptr, shade, PrintSlideSmall, channel, names[channel]);
+        Mixers[channel] = AddSlider({.X = RightColumn + 8 + 46 * channel,
+                                     .Y = -225,
+                                     .Width = 22,
+                                     .Range = 100,
+                                     .Flags = SliderSmallFont,
+                                     .Position = positions[channel],
+                                     .Label = names[channel],
+                                     .Arg = channel,
+                                     .Moved = moved,
+                                     .Shade = shade,
+                                     .Print = PrintSlideSmall});
     Kirvo_AddGadget(
         [] {
             int y = CurrentWindow->Height - 229;
@@ -293,9 +325,17 @@ void PlaceList(Gadget* gadget) {
 }
 
 void AddListSection() {
-    AddScrollWindow(CompositeColumn, CurrentWindow->Height - ListTop - ListHeight, ListWidth, ListHeight,
-                    ScrollHorizontal | ScrollVertical | ScrollBorder, 300, RowCount * RowHeight, 10, RowHeight,
-                    PlaceList, DrawRows);
+    AddScrollWindow({.X = CompositeColumn,
+                     .Y = CurrentWindow->Height - ListTop - ListHeight,
+                     .Width = ListWidth,
+                     .Height = ListHeight,
+                     .Flags = ScrollHorizontal | ScrollVertical | ScrollBorder,
+                     .ContentWidth = 300,
+                     .ContentHeight = RowCount * RowHeight,
+                     .StepX = 10,
+                     .StepY = RowHeight,
+                     .Configure = PlaceList,
+                     .Draw = DrawRows});
 }
 
 // ---- Windows of the toolkit's own

@@ -73,8 +73,16 @@ void AddInputs() {
     for (int line = 0; line < LineCount; ++line) {
         y -= InputHeight(0) + InputGap + (line == FirstComment ? CommentsGap : 0);
         const std::string text = Lines[line];
-        AddTextInput(LabelX, y, CurrentWindow->Width - InputMargins, TextReportsChanges, msg(LabelOf(line)),
-                     text.c_str(), FileInformationSize, CommentFilter, Lines[line], NoteChange);
+        AddTextInput({.X = LabelX,
+                      .Y = y,
+                      .Width = CurrentWindow->Width - InputMargins,
+                      .Flags = TextReportsChanges,
+                      .Label = msg(LabelOf(line)),
+                      .Text = text.c_str(),
+                      .Buffer = Lines[line],
+                      .Size = FileInformationSize,
+                      .Filter = CommentFilter,
+                      .Callback = NoteChange});
     }
 }
 

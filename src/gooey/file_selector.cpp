@@ -205,8 +205,16 @@ void AddSelectorGadgets() {
             &selector.ShowBackups);
     if (SelectorSaves(selector)) {
         std::string name = selector.Name;
-        selector.NameInput = AddTextInput(12, 50, 326, TextSmallFont, "File:", name.c_str(), MaxFileName,
-                                          FileNameFilter, selector.Name, NameEntered);
+        selector.NameInput = AddTextInput({.X = 12,
+                                           .Y = 50,
+                                           .Width = 326,
+                                           .Flags = TextSmallFont,
+                                           .Label = "File:",
+                                           .Text = name.c_str(),
+                                           .Buffer = selector.Name,
+                                           .Size = MaxFileName,
+                                           .Filter = FileNameFilter,
+                                           .Callback = NameEntered});
         ActivateText(selector.NameInput, 0);
     } else {
         Kirvo_AddGadget(DrawFilePrompt, nullptr);

@@ -199,8 +199,16 @@ void DrawEmptyList(const FileSelector& selector) {
 
 void AddFileList(int x, int y) {
     FileSelector& selector = CurrentSelector();
-    selector.List = AddScrollWindow(x, y, ListWidth, ListHeight, ScrollVertical | ScrollBorder, ListWidth, ListHeight,
-                                    0, ScrollStep, FWConfigure, FWDraw);
+    selector.List = AddScrollWindow({.X = x,
+                                     .Y = y,
+                                     .Width = ListWidth,
+                                     .Height = ListHeight,
+                                     .Flags = ScrollVertical | ScrollBorder,
+                                     .ContentWidth = ListWidth,
+                                     .ContentHeight = ListHeight,
+                                     .StepY = ScrollStep,
+                                     .Configure = FWConfigure,
+                                     .Draw = FWDraw});
     ScrollOf(selector.List).ListItems = ListFileRows;
     selector.List->KeyFn = KeyInFileList;
 }

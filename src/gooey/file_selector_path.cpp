@@ -92,8 +92,14 @@ void AddDirectoryLine() {
 
 void AddPathInput() {
     FileSelector& selector = CurrentSelector();
-    selector.PathInput = AddTextInput(LineX - 8, LineY - 2 + selector.ExtraHeight, LineWidth + 8, TextSmallFont,
-                                      nullptr, nullptr, MaxFileName, PrintableFilter, selector.Path, FollowEnteredPath);
+    selector.PathInput = AddTextInput({.X = LineX - 8,
+                                       .Y = LineY - 2 + selector.ExtraHeight,
+                                       .Width = LineWidth + 8,
+                                       .Flags = TextSmallFont,
+                                       .Buffer = selector.Path,
+                                       .Size = MaxFileName,
+                                       .Filter = PrintableFilter,
+                                       .Callback = FollowEnteredPath});
     selector.PathInput->Visible = 0;
 }
 

@@ -167,8 +167,14 @@ void OpenView() {
     gl::minsize(LeastWidth, LeastHeight);
     gl::winconstraints();
     AddBackdrop();
-    View.Scroll =
-        AddScrollWindow(0, 0, width, height, ScrollVertical, 0, 0, 0, ScrollStep, ConfigureManual, DrawManual);
+    View.Scroll = AddScrollWindow({.X = 0,
+                                   .Y = 0,
+                                   .Width = width,
+                                   .Height = height,
+                                   .Flags = ScrollVertical,
+                                   .StepY = ScrollStep,
+                                   .Configure = ConfigureManual,
+                                   .Draw = DrawManual});
 }
 
 } // namespace

@@ -171,26 +171,25 @@ constexpr GadgetKind ScrollKind = {"scroll", DescribeScrollWindow, WheelScrollWi
 
 } // namespace
 
-Gadget* AddScrollWindow(int x, int y, int w, int h, int flags, int contentW, int contentH, int hStep, int vStep,
-                        void (*configureFn)(Gadget*), void (*drawFn)(int, int, int, int, int, int)) {
+Gadget* AddScrollWindow(const ScrollWindowSpec& spec) {
     Gadget* gadget = CreateGadget<ScrollWindow>();
     ScrollWindow& s = ScrollOf(gadget);
     s.Colour = GadgetColour();
-    s.HBar = (flags & ScrollHorizontal) != 0;
-    s.VBar = (flags & ScrollVertical) != 0;
-    s.Border = (flags & ScrollBorder) != 0;
-    s.AutoRepeat = !(flags & ScrollNoAutoRepeat);
-    s.HStep = hStep;
-    s.VStep = vStep;
-    s.ConfigureFn = configureFn;
-    s.DrawFn = drawFn;
+    s.HBar = (spec.Flags & ScrollHorizontal) != 0;
+    s.VBar = (spec.Flags & ScrollVertical) != 0;
+    s.Border = (spec.Flags & ScrollBorder) != 0;
+    s.AutoRepeat = !(spec.Flags & ScrollNoAutoRepeat);
+    s.HStep = spec.StepX;
+    s.VStep = spec.StepY;
+    s.ConfigureFn = spec.Configure;
+    s.DrawFn = spec.Draw;
     gadget->DrawFn = DrawScrollWindow;
     gadget->ClickFn = CheckScrollClick;
     gadget->Kind = &ScrollKind;
-    s.X = x;
-    s.Y = y;
-    ConfigureScroll(gadget, x, y, w, h, contentW, contentH);
-    GooeyRight = x + w + 8;
+    s.X = spec.X;
+    s.Y = spec.Y;
+    ConfigureScroll(gadget, spec.X, spec.Y, spec.Width, spec.Height, spec.ContentWidth, spec.ContentHeight);
+    GooeyRight = spec.X + spec.Width + 8;
     return gadget;
 }
 

@@ -53,8 +53,19 @@ struct ScrollWindow {
     void (*ListItems)(const Gadget* gadget, std::vector<GadgetItem>& items);
 };
 
-Gadget* AddScrollWindow(int x, int y, int w, int h, int flags, int contentW, int contentH, int hStep, int vStep,
-                        void (*configureFn)(Gadget*), void (*drawFn)(int, int, int, int, int, int));
+/// What a scroll window is made of.
+struct ScrollWindowSpec {
+    int X = 0, Y = 0, Width = 0, Height = 0;
+    int Flags = 0;
+    int ContentWidth = 0, ContentHeight = 0;
+    /// Pixels that an arrow moves the content.
+    int StepX = 0, StepY = 0;
+    /// See ScrollWindow::ConfigureFn and DrawFn.
+    void (*Configure)(Gadget* gadget) = nullptr;
+    void (*Draw)(int innerX, int innerY, int innerW, int innerH, int hOffset, int vOffset) = nullptr;
+};
+
+Gadget* AddScrollWindow(const ScrollWindowSpec& spec);
 
 /// The record of such a gadget.
 ScrollWindow& ScrollOf(const Gadget* gadget);

@@ -166,30 +166,27 @@ void PrintNumber(bool small, int x, int y, int width, int value, std::uint32_t c
 
 } // namespace
 
-Gadget* AddSlider(int x, int y, int width, int range, int flags, int position, void (*pressed)(GadgetArg, int),
-                  void (*moved)(GadgetArg, int, int), void (*released)(GadgetArg, int),
-                  std::uint32_t (*shade)(GadgetArg), void (*print)(int, int, int, int, std::uint32_t), GadgetArg arg,
-                  const char* label) {
+Gadget* AddSlider(const SliderSpec& spec) {
     Gadget* gadget = CreateGadget<Slider>();
-    GadgetData<Slider>(gadget) = {x,
-                                  y,
-                                  width,
-                                  range + SliderThumbHeight,
-                                  flags,
-                                  std::clamp(position, 0, range),
-                                  pressed,
-                                  moved,
-                                  released,
-                                  shade,
-                                  print,
-                                  arg,
-                                  CopyOfString(label),
-                                  GadgetColour()};
+    GadgetData<Slider>(gadget) = {.X = spec.X,
+                                  .Y = spec.Y,
+                                  .Width = spec.Width,
+                                  .Height = spec.Range + SliderThumbHeight,
+                                  .Flags = spec.Flags,
+                                  .Position = std::clamp(spec.Position, 0, spec.Range),
+                                  .Pressed = spec.Pressed,
+                                  .Moved = spec.Moved,
+                                  .Released = spec.Released,
+                                  .Shade = spec.Shade,
+                                  .Print = spec.Print,
+                                  .Arg = spec.Arg,
+                                  .Label = CopyOfString(spec.Label),
+                                  .Colour = GadgetColour()};
     gadget->DrawFn = DrawSlider;
     gadget->ClickFn = ClickSlider;
     gadget->FreeFn = FreeSlider;
     gadget->Kind = &SliderKind;
-    GooeyRight = x + width + 8;
+    GooeyRight = spec.X + spec.Width + 8;
     return gadget;
 }
 

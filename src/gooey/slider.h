@@ -22,12 +22,27 @@ struct Slider {
     std::uint32_t Colour;
 };
 
-/// Adds a vertical slider with positions from 0 to `range`. Any function and the label may be null. `shade` returns the
-/// colour of the part under the thumb; `print` draws the value under the slider.
-Gadget* AddSlider(int x, int y, int width, int range, int flags, int position, void (*pressed)(GadgetArg, int),
-                  void (*moved)(GadgetArg, int, int), void (*released)(GadgetArg, int),
-                  std::uint32_t (*shade)(GadgetArg), void (*print)(int, int, int, int, std::uint32_t), GadgetArg arg,
-                  const char* label);
+/// What a slider is made of; see AddSlider.
+struct SliderSpec {
+    int X = 0, Y = 0, Width = 0;
+    /// Positions go from 0 to this, a pixel each.
+    int Range = 0;
+    int Flags = 0;
+    int Position = 0;
+    const char* Label = nullptr;
+    /// For the functions below, each of which may be null.
+    GadgetArg Arg = nullptr;
+    void (*Pressed)(GadgetArg arg, int position) = nullptr;
+    void (*Moved)(GadgetArg arg, int oldPosition, int newPosition) = nullptr;
+    void (*Released)(GadgetArg arg, int position) = nullptr;
+    /// The colour of the part under the thumb.
+    std::uint32_t (*Shade)(GadgetArg arg) = nullptr;
+    /// Draws the value under the slider.
+    void (*Print)(int x, int y, int width, int value, std::uint32_t colour) = nullptr;
+};
+
+/// Adds a vertical slider.
+Gadget* AddSlider(const SliderSpec& spec);
 
 /// Moves the thumb, within the range, without calling back; optionally shows it at once.
 void ConfigureSlider(Gadget* gadget, int position, int redraw);

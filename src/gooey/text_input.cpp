@@ -19,11 +19,26 @@
 #include <vector>
 
 int TextReturnReal = 0;
+Gadget* TextCaller;
 
 namespace {
 
 constexpr long MultipleClickTicks = 50;
 constexpr int ShadeSelection = 12;
+
+/// The input whose owner is asked or told, for the length of a scope.
+class TextCallerScope {
+  public:
+    explicit TextCallerScope(Gadget* gadget) : Former(TextCaller) { TextCaller = gadget; }
+
+    ~TextCallerScope() { TextCaller = Former; }
+
+    TextCallerScope(const TextCallerScope&) = delete;
+    TextCallerScope& operator=(const TextCallerScope&) = delete;
+
+  private:
+    Gadget* Former;
+};
 
 TextInput& InputOf(const Gadget* gadget) {
     return GadgetData<TextInput>(gadget);
@@ -113,6 +128,7 @@ int CallBack(Gadget* gadget, int returnPressed) {
     const TextInput& input = InputOf(gadget);
     if (!input.Callback)
         return 1;
+    TextCallerScope caller(gadget);
     return CallOwner(gadget, [&] {
         TextReturnReal = returnPressed;
         input.Callback();
@@ -207,7 +223,11 @@ int KeyInTextInput(Gadget* gadget, int character) {
             return 1;
         }
     }
-    TextEdit edit = EditText(input, character);
+    TextEdit edit;
+    {
+        TextCallerScope caller(gadget);
+        edit = EditText(input, character);
+    }
     if (edit == TextEdit::Nothing)
         return 1;
     if (!(input.Flags & TextRedrawsWindow))
@@ -258,23 +278,23 @@ void PlaceParts(TextInput& input, int x, int y, int width) {
 
 } // namespace
 
-Gadget* AddTextInput(int x, int y, int width, int flags, const char* label, const char* initialText, int size,
-                     TextFilter filter, char* buffer, void (*callback)()) {
+Gadget* AddTextInput(const TextInputSpec& spec) {
     TextInput input = {};
-    input.Flags = flags;
-    input.Label = const_cast<char*>(label);
-    PlaceParts(input, x, y, width);
+    input.Flags = spec.Flags;
+    input.Label = const_cast<char*>(spec.Label);
+    PlaceParts(input, spec.X, spec.Y, spec.Width);
     if (input.BoxWidth < 0) {
         gl::ringbell();
         EndForMisuse("Error in text input, width is negative (%d)...\n", input.BoxWidth);
     }
-    input.Label = CopyOfString(label);
+    input.Label = CopyOfString(spec.Label);
     input.Colour = GadgetColour();
     input.Cursor = input.Anchor = -1;
-    input.Size = size;
-    input.Buffer = buffer;
-    input.Filter = filter;
-    input.Callback = callback;
+    input.Size = spec.Size;
+    input.Buffer = spec.Buffer;
+    input.Filter = spec.Filter;
+    input.Callback = spec.Callback;
+    input.Arg = spec.Arg;
 
     Gadget* gadget = CreateGadget<TextInput>();
     GadgetData<TextInput>(gadget) = input;
@@ -284,7 +304,7 @@ Gadget* AddTextInput(int x, int y, int width, int flags, const char* label, cons
     gadget->DeselectFn = DeactivateText;
     gadget->FreeFn = FreeTextInput;
     gadget->Kind = &TextInputKind;
-    ChangeText(gadget, initialText);
+    ChangeText(gadget, spec.Text);
     GooeyRight = input.BoxX + input.BoxWidth + 16;
     return gadget;
 }

@@ -38,14 +38,34 @@ struct TextInput {
     std::int32_t Anchor;
     /// The window's edges that all places count from.
     EdgeAnchor Edges;
+    GadgetArg Arg;
 };
 
-/// Adds a text input that edits the caller's `buffer` of `size` bytes, UTF-8, which is set to `initialText` (null:
-/// empty). `width` includes the label, which may be null; a width of 0 or less is the box's own, negated. Without a
-/// filter letters, digits and blanks are accepted. The callback, which may be null, runs on Return and as the flags
-/// say. A box of negative width ends the program with status 666.
-Gadget* AddTextInput(int x, int y, int width, int flags, const char* label, const char* initialText, int size,
-                     TextFilter filter, char* buffer, void (*callback)());
+/// What a text input is made of; see AddTextInput.
+struct TextInputSpec {
+    int X = 0, Y = 0;
+    /// Includes the label; of 0 or less it is the box's own, negated.
+    int Width = 0;
+    int Flags = 0;
+    const char* Label = nullptr;
+    /// What it contains at first; null: nothing.
+    const char* Text = nullptr;
+    /// The caller's, UTF-8, of Size bytes; holds the content from now on.
+    char* Buffer = nullptr;
+    int Size = 0;
+    /// Null: letters, digits and blanks are accepted.
+    TextFilter Filter = nullptr;
+    /// Runs on Return and as the flags say; may be null.
+    void (*Callback)() = nullptr;
+    /// For filter and callback, which find it in TextCaller.
+    GadgetArg Arg = nullptr;
+};
+
+/// Adds a text input. A box of negative width ends the program with status 666.
+Gadget* AddTextInput(const TextInputSpec& spec);
+
+/// The input whose filter or callback runs; null when none does.
+extern Gadget* TextCaller;
 
 /// Puts the cursor at the end of the text, optionally showing it at once. The input gets the window's keys.
 void ActivateText(Gadget* gadget, int redraw);

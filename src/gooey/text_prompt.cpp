@@ -78,8 +78,15 @@ void DoTextInput(const char* prompt, char* buffer, int length, void (*callback)(
         "Input", 0, 0, nullptr, nullptr, PromptEvent, [] { EnableWindow(MainWindow); }, sizeof(TextPrompt), parent);
     AddBackdrop();
     std::string initialText = buffer;
-    Gadget* input = AddTextInput(16, InputY, width - 8, PromptFlags, prompt, initialText.c_str(), length, nullptr,
-                                 buffer, AcceptText);
+    Gadget* input = AddTextInput({.X = 16,
+                                  .Y = InputY,
+                                  .Width = width - 8,
+                                  .Flags = PromptFlags,
+                                  .Label = prompt,
+                                  .Text = initialText.c_str(),
+                                  .Buffer = buffer,
+                                  .Size = length,
+                                  .Callback = AcceptText});
     static constexpr const char* answers[] = {"OK", "Cancel"};
     AddButtons(0, 8, width, 0, 2, answers, ChooseButton, nullptr, nullptr);
     WindowData<TextPrompt>(window) = {input, buffer, callback};

@@ -1,7 +1,8 @@
 #include "interaction/drag_box.h"
 
+#include "gooey/drag.h"
 #include "gooey/draw.h"
-#include "gooey/modal.h"
+#include "gooey/gadget_kind.h"
 #include "gooey/pointer.h"
 #include "platform/drawing.h"
 #include "platform/framebuffer.h"
@@ -52,34 +53,48 @@ Corner CornerAtPointer(Corner from, int square) {
     return {from.X + dx, from.Y + dy};
 }
 
+/// A corner follows the pointer from where it is now, within limits.
+class BandDrag : public Drag {
+  public:
+    BandDrag(const GadgetBox& limits, int square) : Limits(limits), Square(square), From{MouseX, MouseY}, To(From) {}
+
+  protected:
+    bool Step() override {
+        Corner corner = CornerAtPointer(From, Square);
+        corner.X = std::max(Limits.X, std::min(corner.X, Limits.X + Limits.Width - 1));
+        corner.Y = std::max(Limits.Y, std::min(corner.Y, Limits.Y + Limits.Height - 1));
+        const bool changed = !(corner == To);
+        To = corner;
+        return changed;
+    }
+
+    void Show() override {
+        DrawBand(From, Shown, 0);
+        DrawBand(From, To, BandIndex);
+        Shown = To;
+        gl::sginap(StepTicks);
+    }
+
+    bool Cancel() override { return true; }
+
+    void End() override {
+        DrawBand(From, Shown, 0);
+        DragLeft = std::min(From.X, To.X);
+        DragRight = std::max(From.X, To.X);
+        DragBottom = std::min(From.Y, To.Y);
+        DragTop = std::max(From.Y, To.Y);
+    }
+
+  private:
+    GadgetBox Limits;
+    int Square;
+    Corner From, To, Shown = From;
+};
+
 } // namespace
 
-void DragBox(int x, int y, int width, int height, int square) {
-    const Corner from = {MouseX, MouseY};
-    Corner to = from;
-    auto follow = [&] {
-        Corner corner = CornerAtPointer(from, square);
-        corner.X = std::max(x, std::min(corner.X, x + width - 1));
-        corner.Y = std::max(y, std::min(corner.Y, y + height - 1));
-        return corner;
-    };
-    while (!ButtonReleased(gl::LEFTMOUSE)) {
-        ReadMousePos();
-        gl::sginap(StepTicks);
-        const Corner corner = follow();
-        if (corner == to)
-            continue;
-        DrawBand(from, to, 0);
-        to = corner;
-        DrawBand(from, to, BandIndex);
-    }
-    DrawBand(from, to, 0);
-    // The release has brought the pointer up to date: a drag quicker than a step counts whole.
-    to = follow();
-    DragLeft = std::min(from.X, to.X);
-    DragRight = std::max(from.X, to.X);
-    DragBottom = std::min(from.Y, to.Y);
-    DragTop = std::max(from.Y, to.Y);
+int DragBox(int x, int y, int width, int height, int square) {
+    return BandDrag({x, y, width, height}, square).Run();
 }
 
 int DragWasClick() {

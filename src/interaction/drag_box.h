@@ -6,8 +6,8 @@
 extern int DragLeft, DragRight, DragBottom, DragTop;
 
 /// Follows the pointer with a box from where it is until the left button is released. The corner in hand stays within
-/// the rectangle at (x, y); with `square` the sides are equal.
-void DragBox(int x, int y, int width, int height, int square);
+/// the rectangle at (x, y); with `square` the sides are equal. 0 when Escape gave it up.
+int DragBox(int x, int y, int width, int height, int square);
 
 /// 1 when the box is too small for a box: the gesture was a click.
 int DragWasClick();

@@ -38,8 +38,8 @@ void DeselectKind(int kind) {
         SelectScene(nullptr);
 }
 
-void FollowBand() {
-    DragBox(0, 0, CurrentWindow->Width, CurrentWindow->Height, 0);
+int FollowBand() {
+    return DragBox(0, 0, CurrentWindow->Width, CurrentWindow->Height, 0);
 }
 
 void SelectDraggedPolygons(View* view) {
@@ -96,9 +96,11 @@ void SelectOrDeselect(View* view, int kind, int deselect) {
         SelectQstrip(SelectSinglePolygon(view));
         return;
     }
-    if (!deselect && !AnyModifierHeld())
+    const bool deselectFirst = !deselect && !AnyModifierHeld();
+    if (!FollowBand())
+        return;
+    if (deselectFirst)
         DeselectKind(kind);
-    FollowBand();
     if (kind == SelectKindPolygons)
         SelectDraggedPolygons(view);
     else if (kind == SelectKindVertices)

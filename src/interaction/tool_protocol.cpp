@@ -8,6 +8,7 @@
 #include "gooey/menu_session.h"
 #include "gooey/program_windows.h"
 #include "gooey/redraw.h"
+#include "gooey/tool_window.h"
 #include "interaction/input.h"
 #include "interaction/view_menus.h"
 #include "store/new_vertices.h"
@@ -15,8 +16,6 @@
 #include "views/status_line.h"
 #include "views/tool_bar.h"
 #include "views/viewports.h"
-
-#include <vector>
 
 int BadStuffDisabled;
 int DirtyOnTextureChange, DirtyOnLightingChange, DirtyOnMaterialChange;
@@ -28,11 +27,6 @@ namespace {
 const Tool* RunningTool;
 /// The snapshot for its undo has not been taken: it has changed nothing yet.
 bool UndoPending;
-
-std::vector<SideWindow>& SideWindows() {
-    static std::vector<SideWindow> windows;
-    return windows;
-}
 
 void DoneTool() {
     CallSlot(RunningTool->Done);
@@ -186,22 +180,16 @@ void ClearGridControl() {
     Trace("Grid control cleared...\n");
 }
 
-void RegisterSideWindow(const SideWindow& window) {
-    SideWindows().push_back(window);
-}
-
 void DisableBadStuff() {
     if (BadStuffDisabled)
         return;
     BadStuffDisabled = 1;
-    for (const SideWindow& window : SideWindows())
-        window.Disable();
+    DisableToolWindows();
 }
 
 void EnableBadStuff() {
     if (!BadStuffDisabled)
         return;
     BadStuffDisabled = 0;
-    for (const SideWindow& window : SideWindows())
-        window.Enable();
+    EnableToolWindows();
 }

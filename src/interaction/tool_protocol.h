@@ -77,14 +77,8 @@ void ClearControl();
 /// Gives back what a tool of the grid took.
 void ClearGridControl();
 
-/// Side windows that must not change the model while a tool runs. Each registers once at start-up how it is disabled
-/// and enabled; both must do nothing while it is closed.
-struct SideWindow {
-    void (*Disable)();
-    void (*Enable)();
-};
-
-void RegisterSideWindow(const SideWindow& window);
+/// Disable the side windows that must not change the model while a tool runs (ToolWindow::DisabledByTools), and enable
+/// them again.
 void DisableBadStuff();
 void EnableBadStuff();
 extern int BadStuffDisabled;

@@ -10,15 +10,13 @@
 #include "gooey/inc_dec.h"
 #include "gooey/label.h"
 #include "gooey/manual.h"
-#include "gooey/program_windows.h"
 #include "gooey/redraw.h"
 #include "gooey/slider.h"
 #include "gooey/text_filters.h"
 #include "gooey/text_input.h"
+#include "gooey/tool_window.h"
 #include "gooey/window.h"
-#include "gooey/window_stack.h"
 #include "platform/events.h"
-#include "platform/windows.h"
 #include "shell/command_line.h"
 #include "textures/texture_library.h"
 
@@ -147,7 +145,7 @@ void Accept() {
 void Finish(bool accepted) {
     if (accepted)
         Accept();
-    CloseWindow(Preferences);
+    CloseToolWindow(PreferencesWindow);
 }
 
 void DoPrefs() {
@@ -155,12 +153,8 @@ void DoPrefs() {
 }
 
 void CheckPrefsKey(int device, short value) {
-    if (device != gl::KEYBD)
-        return;
-    if (value == ReturnCharacter || value == EscapeCharacter)
+    if (device == gl::KEYBD && (value == ReturnCharacter || value == EscapeCharacter))
         Finish(value == ReturnCharacter);
-    else if (value == '?')
-        OpenManual(ManualPage);
 }
 
 // However the window is closed: without acceptance nothing has changed.
@@ -168,19 +162,6 @@ void FreePrefs() {
     const Draft& draft = TheDraft();
     if (!draft.Accepted && DefaultWindowBackground != draft.ColourBefore)
         SetBackground(draft.ColourBefore);
-    UpdateWindowGeometry();
-    PrefsX = CurrentWindow->X;
-    PrefsY = CurrentWindow->Y;
-    PreferencesOpened = 1;
-    Preferences = nullptr;
-    EnableWindow(MainWindow);
-}
-
-// Nothing else can be used until the window is closed: on a smaller screen than before it must still show its buttons.
-void PlaceWhereItWas() {
-    const int x = std::clamp(PrefsX, 0, std::max(0, hres - WindowWidth));
-    const int y = std::clamp(PrefsY, 0, std::max(0, vres - WindowHeight));
-    gl::prefposition(x, x + WindowWidth - 1, y, y + WindowHeight - 1);
 }
 
 void AddFileSettings(Draft& draft) {
@@ -192,8 +173,15 @@ void AddFileSettings(Draft& draft) {
     AddCheckBox(Margin, intervalY, 0, 0, nullptr, "Autosave file every", nullptr, &draft.MakeCheckpointFiles);
     AddIncDec(IntervalX, intervalY - IntervalBelowCheck, IntervalWidth, nullptr, ChecktimeLabel, ChangeChecktime,
               &draft.CheckpointTime);
-    AddTextInput(TextureDirX, TextureDirY, ColumnWidth + 8, TextLabelAbove, "Default texture directory:", TextureDir,
-                 sizeof draft.TextureDir, TDirFilter, draft.TextureDir, nullptr);
+    AddTextInput({.X = TextureDirX,
+                  .Y = TextureDirY,
+                  .Width = ColumnWidth + 8,
+                  .Flags = TextLabelAbove,
+                  .Label = "Default texture directory:",
+                  .Text = TextureDir,
+                  .Buffer = draft.TextureDir,
+                  .Size = sizeof draft.TextureDir,
+                  .Filter = TDirFilter});
 }
 
 void AddPresets() {
@@ -215,30 +203,22 @@ void AddColourSettings(Draft& draft) {
     AddText(HeadingX, HeadingY, "Window background", 0);
     static constexpr const char* channels[] = {"R", "G", "B"};
     for (int channel = 0; channel < 3; ++channel)
-        draft.Channels[channel] = AddSlider(SlidersX + channel * SliderStep, SlidersY, SliderWidth, SliderRange,
-                                            SliderSmallFont, PositionOf(channel), nullptr, MoveChannel, ReleaseChannel,
-                                            ShadeOfChannel, PrintChannel, channel, channels[channel]);
+        draft.Channels[channel] = AddSlider({.X = SlidersX + channel * SliderStep,
+                                             .Y = SlidersY,
+                                             .Width = SliderWidth,
+                                             .Range = SliderRange,
+                                             .Flags = SliderSmallFont,
+                                             .Position = PositionOf(channel),
+                                             .Label = channels[channel],
+                                             .Arg = channel,
+                                             .Moved = MoveChannel,
+                                             .Released = ReleaseChannel,
+                                             .Shade = ShadeOfChannel,
+                                             .Print = PrintChannel});
     AddPresets();
 }
 
-} // namespace
-
-void SetPreferences() {
-    if (Preferences) {
-        WindowScope scope(Preferences);
-        gl::winpop();
-        return;
-    }
-    DisableWindow(MainWindow);
-    if (PreferencesOpened)
-        PlaceWhereItWas();
-    else
-        gl::prefsize(WindowWidth, WindowHeight);
-    Preferences = OpenWindow(" Preferences", WindowDoubleBuffered, 0, nullptr, nullptr, CheckPrefsKey, FreePrefs,
-                             sizeof(Draft), MainWindow);
-    gl::minsize(WindowWidth, WindowHeight);
-    gl::maxsize(WindowWidth, WindowHeight);
-    gl::winconstraints();
+void BuildPreferences() {
     Draft& draft = TheDraft();
     draft.FileBackups = FileBackups;
     draft.DoAutoLoad = DoAutoLoad;
@@ -250,4 +230,24 @@ void SetPreferences() {
     AddColourSettings(draft);
     static constexpr const char* answers[] = {"OK", "Cancel"};
     AddButtons(0, ButtonsY, WindowWidth, 0, 2, answers, DoPrefs, nullptr, nullptr);
+}
+
+} // namespace
+
+const ToolWindow PreferencesWindow = {
+    .Title = " Preferences",
+    .Handle = &Preferences,
+    .Width = WindowWidth,
+    .Height = WindowHeight,
+    .Place = {.Opened = &PreferencesOpened, .X = &PrefsX, .Y = &PrefsY},
+    .DataSize = sizeof(Draft),
+    .DisablesMain = true,
+    .Build = BuildPreferences,
+    .Event = CheckPrefsKey,
+    .Close = FreePrefs,
+    .ManualPage = ManualPage,
+};
+
+void SetPreferences() {
+    OpenToolWindow(PreferencesWindow);
 }

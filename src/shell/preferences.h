@@ -5,6 +5,9 @@
 /// Its last place, screen pixels, and whether there was one; kept with the defaults.
 extern int PrefsX, PrefsY, PreferencesOpened;
 
+struct ToolWindow;
+extern const ToolWindow PreferencesWindow;
+
 /// The background that new users get, 0x00BBGGRR.
 inline constexpr int InitialBackgroundColour = 0x605020;
 

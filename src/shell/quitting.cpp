@@ -3,10 +3,8 @@
 #include "base/exit.h"
 #include "files/unsaved_work.h"
 #include "gooey/program_windows.h"
+#include "gooey/tool_window.h"
 #include "gooey/window.h"
-#include "views/main_window.h"
-
-QuittingSlots TheQuittingSlots;
 
 namespace {
 
@@ -31,19 +29,5 @@ void DoQuit() {
 }
 
 void SetUpForQuit() {
-    const struct {
-        int& Flag;
-        int (*IsOpen)();
-    } windows[] = {
-        {SceneBuilderOpen, TheQuittingSlots.SceneBuilderIsOpen},
-        {GridOpen, TheQuittingSlots.GridGizmoIsOpen},
-        {PaletteOpen, TheQuittingSlots.MaterialPaletteIsOpen},
-        {ObjectBrowserOpen, TheQuittingSlots.ObjectBrowserIsOpen},
-        {StructureOpen, TheQuittingSlots.StructureEditorIsOpen},
-        {TextureGizmoOpen, TheQuittingSlots.TextureGizmoIsOpen},
-    };
-
-    for (const auto& window : windows)
-        if (window.IsOpen)
-            window.Flag = window.IsOpen() != 0;
+    NoteOpenToolWindows();
 }

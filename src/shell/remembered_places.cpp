@@ -20,6 +20,8 @@ int TextGenX, TextGenY, TextGeneratorOpened;
 int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
+int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+
 int RulerSize;
 int SoundEffects = 1;
 int LodScale;

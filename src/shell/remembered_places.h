@@ -24,6 +24,9 @@ extern int TextGenX, TextGenY, TextGeneratorOpened;
 extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
+/// Flags: windows to be opened again at the next start.
+extern int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+
 /// Which of the ruler's two sizes is shown.
 extern int RulerSize;
 /// Flag: actions make sounds.

@@ -14,6 +14,7 @@
 #include "platform/textures.h"
 #include "shell/defaults.h"
 #include "shell/interaction_slots.h"
+#include "shell/tool_windows.h"
 #include "store/accessors.h"
 #include "store/scene.h"
 #include "store/storage.h"
@@ -83,4 +84,5 @@ void FillSlots() {
     FillTextureSlots();
     FillSelectionSlots();
     FillFileSlots();
+    RegisterToolWindows();
 }

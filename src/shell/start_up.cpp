@@ -20,6 +20,7 @@
 #include "gooey/messages.h"
 #include "gooey/program_windows.h"
 #include "gooey/report.h"
+#include "gooey/tool_window.h"
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "interaction/pick_hierarchies.h"

@@ -1,14 +1,14 @@
 #include "tools/grid_points.h"
 
 #include "base/slots.h"
-#include "gooey/modal.h"
-#include "gooey/pointer.h"
 #include "interaction/picking.h"
 #include "store/lists.h"
 #include "store/new_vertices.h"
 #include "views/moves.h"
 #include "views/view_transform.h"
 #include "views/viewports.h"
+
+#include <algorithm>
 
 const int AxisList[DefaultView2DCount][2] = {{0, 1}, {0, 1}, {1, 2}, {1, 2}, {0, 2}, {0, 2}};
 
@@ -31,6 +31,41 @@ void MoveInPlaneOf(const View* view, double* coordinate, const double* point) {
             coordinate[axis] = point[axis];
 }
 
+class PointDrag : public ViewDrag {
+  public:
+    PointDrag(View* view, double* coordinate, int button, void (*moved)())
+        : ViewDrag(view, button),
+          Coordinate(coordinate),
+          Moved(moved) {
+        std::copy_n(coordinate, 3, Before);
+    }
+
+  protected:
+    bool Step() override {
+        double point[3];
+        if (!GridPointUnderPointer(Dragged, point))
+            return false;
+        double last[3];
+        std::copy_n(Coordinate, 3, last);
+        MoveInPlaneOf(Dragged, Coordinate, point);
+        if (std::equal(last, last + 3, Coordinate))
+            return false;
+        CallSlot(Moved);
+        return true;
+    }
+
+    bool Cancel() override {
+        std::copy_n(Before, 3, Coordinate);
+        CallSlot(Moved);
+        return true;
+    }
+
+  private:
+    double* Coordinate;
+    void (*Moved)();
+    double Before[3];
+};
+
 } // namespace
 
 Vertex* MakeVertexOnGrid(View* view, int drag) {
@@ -48,15 +83,5 @@ Vertex* MakeVertexOnGrid(View* view, int drag) {
 }
 
 void DragCoordAroundGrid(View* view, double* coordinate, int button, void (*moved)()) {
-    StartMove();
-    while (!ButtonReleased(button)) {
-        ReadMousePos();
-        double point[3];
-        if (GridPointUnderPointer(view, point)) {
-            MoveInPlaneOf(view, coordinate, point);
-            CallSlot(moved);
-        }
-        RedrawModelWindows();
-    }
-    StopMove();
+    PointDrag(view, coordinate, button, moved).Run();
 }

@@ -11,6 +11,7 @@ extern const int AxisList[DefaultView2DCount][2];
 /// follows the pointer until the left button is released. Null when the pointer meets no grid.
 Vertex* MakeVertexOnGrid(View* view, int drag);
 
-/// Moves a point (3 doubles, model space) to where the pointer meets the grid until the button is released, then calls
-/// `moved` (may be null) and shows it. In a 2D view the coordinate across the view stays.
+/// Moves a point (3 doubles, model space) to where the pointer meets the grid until the button is released; calls
+/// `moved` (may be null) after each change and shows it. In a 2D view the coordinate across the view stays. Escape
+/// takes the point back to where it was.
 void DragCoordAroundGrid(View* view, double* coordinate, int button, void (*moved)());

@@ -9,8 +9,6 @@
 #include "interaction/selection_sets.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_menus.h"
-#include "platform/events.h"
-#include "platform/system.h"
 #include "store/lists.h"
 #include "store/new_vertices.h"
 #include "tools/bar_gadgets.h"
@@ -71,50 +69,46 @@ void PlaceRing(const View* view, const Ring& ring) {
     }
 }
 
-/// Follows the pointer until a press or release of the left button finds a ring with a size. 0 when the user or the
-/// program gave it up.
-int DragRing(View* view, Ring& ring) {
-    const auto follow = [&] {
-        MeasureRing(view, ring);
-        PlaceRing(view, ring);
-        RedrawModelWindows();
-    };
-    int shownX = -1, shownY = -1;
-    for (;;) {
-        ReadMousePos();
-        if (MouseX != shownX || MouseY != shownY)
-            follow();
-        else
-            gl::sginap(1);
-        shownX = MouseX;
-        shownY = MouseY;
-        int device;
-        short value;
-        while (const int state = KeepQueueHappy(device, value)) {
-            if (state < 0 || (device == gl::KEYBD && value == EscapeCharacter))
-                return 0;
-            if (device != gl::LEFTMOUSE)
-                continue;
-            follow();
-            if (ring.Radius > 0)
-                return 1;
-        }
-        if (ModalLoopMustEnd())
-            return 0;
+/// Follows the pointer until a press or release of the left button finds a ring with a size; Escape gives it up.
+class RingDrag : public ViewDrag {
+  public:
+    RingDrag(View* view, double centreX, double centreY)
+        : ViewDrag(view),
+          TheRing{centreX, centreY, MouseX, MouseY, 0, 0} {}
+
+    /// Whether the user has ended it, not the program.
+    bool Completed = false;
+
+  protected:
+    bool Step() override {
+        MeasureRing(Dragged, TheRing);
+        PlaceRing(Dragged, TheRing);
+        return true;
     }
-}
+
+    bool Ends(int device, short) override {
+        if (device != gl::LEFTMOUSE)
+            return false;
+        MeasureRing(Dragged, TheRing);
+        Completed = TheRing.Radius > 0;
+        return Completed;
+    }
+
+    bool Cancel() override { return true; }
+
+  private:
+    Ring TheRing;
+};
 
 void PolyCircleCreator(View* view) {
     double centre[3];
     if (!GridPlanePoint(view, centre))
         return;
-    Ring ring = {centre[0], centre[1], MouseX, MouseY, 0, 0};
     for (int i = 0; i < CircleSides; ++i)
         EnterPolyVertex(AddNewVertex(0, 0, 0), true);
-    StartMove();
-    const int complete = DragRing(view, ring);
-    StopMove();
-    if (complete)
+    RingDrag drag(view, centre[0], centre[1]);
+    drag.Run();
+    if (drag.Completed)
         CompletePolygon(view);
     RemoveAllPolyVertices();
 }

@@ -38,8 +38,6 @@ int MainFreeX, MainFreeY, MainFreeW, MainFreeH;
 
 int EditMode;
 
-int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
-
 MainWindowSlots TheMainWindowSlots;
 
 namespace {
@@ -298,24 +296,6 @@ void UpdateStatusLine() {
         return;
     if (const View* view = ViewOfViewport(number); view->Valid)
         NoteFocusedView(view->Perspective);
-}
-
-void OpenUserWindows() {
-    const struct {
-        int Wanted;
-        void (*Open)();
-    } windows[] = {
-        {SceneBuilderOpen, TheMainWindowSlots.OpenSceneBuilder},
-        {GridOpen, TheMainWindowSlots.OpenGridGizmo},
-        {PaletteOpen, TheMainWindowSlots.OpenMaterialPalette},
-        {ObjectBrowserOpen, TheMainWindowSlots.OpenObjectBrowser},
-        {StructureOpen, TheMainWindowSlots.OpenStructureEditor},
-        {TextureGizmoOpen, TheMainWindowSlots.OpenTextureGizmo},
-    };
-
-    for (const auto& window : windows)
-        if (window.Wanted)
-            CallSlot(window.Open);
 }
 
 void ChangeWindow() {

@@ -16,9 +16,6 @@ extern int MainFreeX, MainFreeY, MainFreeW, MainFreeH;
 /// What the mode buttons show: polygons (0) or vertices (1).
 extern int EditMode;
 
-/// Tool windows to be opened again at the next start; kept with the defaults.
-extern int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
-
 /// What the main window needs of the layers above; each is skipped when null.
 struct MainWindowSlots {
     Gadget* (*AddSceneModeMenu)() = nullptr;
@@ -31,13 +28,6 @@ struct MainWindowSlots {
     void (*FreeTools)() = nullptr;
     /// Stops what a view manipulation queued; runs at every change of the input window.
     void (*InputWindowChanged)() = nullptr;
-    // The tool windows that OpenUserWindows opens.
-    void (*OpenSceneBuilder)() = nullptr;
-    void (*OpenGridGizmo)() = nullptr;
-    void (*OpenMaterialPalette)() = nullptr;
-    void (*OpenObjectBrowser)() = nullptr;
-    void (*OpenStructureEditor)() = nullptr;
-    void (*OpenTextureGizmo)() = nullptr;
 };
 
 extern MainWindowSlots TheMainWindowSlots;
@@ -59,9 +49,6 @@ void UpdateWindowTitle();
 
 /// Shows the hints of the view that has the input if they have changed with it; for the main loop, likewise.
 void UpdateStatusLine();
-
-/// Opens the tool windows that were open at the end of the last run.
-void OpenUserWindows();
 
 /// The toolkit's callbacks: the input window has changed; a GOOEY_SPECIAL event came.
 void ChangeWindow();

@@ -38,9 +38,9 @@ void SetBuffersOfMove(void (*makeCurrent)(), void (*makeViewport)()) {
 }
 
 /// One run of UpdateWindow.
-class Drag {
+class WindowDrag {
   public:
-    Drag(::View* view, int button, void (*eventFn)(::View*, int, short))
+    WindowDrag(::View* view, int button, void (*eventFn)(::View*, int, short))
         : Target(CurrentWindow),
           View(view),
           Button(button),
@@ -130,10 +130,14 @@ void DoubleBufferOtherViewports() {
     OthersWereSwitched = 1;
 }
 
+void ViewDrag::Show() {
+    RedrawModelWindows();
+}
+
 void UpdateWindow(View* view, int button, void (*moveFn)(View* view),
                   void (*eventFn)(View* view, int device, short value)) {
     StartMove();
-    Drag drag(view, button, eventFn);
+    WindowDrag drag(view, button, eventFn);
     while (drag.TakeEvents())
         drag.Move(moveFn);
     StopMove();

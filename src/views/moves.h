@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gooey/drag.h"
 #include "store/view_record.h"
 
 // Drags in the model views.
@@ -16,6 +17,23 @@ void StopMove();
 /// During a drag with SingleWhenStill: gives the viewports other than the current one double buffers, once a drag,
 /// until StopMove. For RedrawModelWindows.
 void DoubleBufferOtherViewports();
+
+/// A drag in the model views, bracketed by StartMove and StopMove; each step is shown in all of them, with FastUpdates
+/// in the current one.
+class ViewDrag : public Drag {
+  public:
+    explicit ViewDrag(View* view, int button = gl::LEFTMOUSE) : Drag(button), Dragged(view) {}
+
+  protected:
+    void Begin() override { StartMove(); }
+
+    void End() override { StopMove(); }
+
+    void Show() override;
+
+    /// The view of the press; null in windows that have none.
+    View* const Dragged;
+};
 
 /// The drag loop of the views: until `button` is released, passes every event to eventFn (may be null), calls moveFn
 /// with the pointer read, and redraws the current window, which stays the same, whenever an event came, the pointer

@@ -160,7 +160,15 @@ void ShowFields(const Entry& entry) {
 }
 
 Gadget* AddField(int y, int width, const char* label, const char* initial, char* buffer, int size, TextFilter filter) {
-    Gadget* gadget = AddTextInput(Margin, y, width, TextSmallFont, label, initial, size, filter, buffer, nullptr);
+    Gadget* gadget = AddTextInput({.X = Margin,
+                                   .Y = y,
+                                   .Width = width,
+                                   .Flags = TextSmallFont,
+                                   .Label = label,
+                                   .Text = initial,
+                                   .Buffer = buffer,
+                                   .Size = size,
+                                   .Filter = filter});
     DeactivateText(gadget);
     return gadget;
 }
@@ -227,9 +235,17 @@ void OpenStructurePreview() {
     Shown.Tree = Demonstration();
     LayOut(Shown.Tree, 0);
     AddBackdrop();
-    Shown.Scroll = AddScrollWindow(0, TreeBottom, CurrentWindow->Width, CurrentWindow->Height - TreeBottom,
-                                   ScrollHorizontal | ScrollVertical, ContentWidth(), ContentHeight(), ScrollStep,
-                                   ScrollStep, ConfigureTree, DrawTree);
+    Shown.Scroll = AddScrollWindow({.X = 0,
+                                    .Y = TreeBottom,
+                                    .Width = CurrentWindow->Width,
+                                    .Height = CurrentWindow->Height - TreeBottom,
+                                    .Flags = ScrollHorizontal | ScrollVertical,
+                                    .ContentWidth = ContentWidth(),
+                                    .ContentHeight = ContentHeight(),
+                                    .StepX = ScrollStep,
+                                    .StepY = ScrollStep,
+                                    .Configure = ConfigureTree,
+                                    .Draw = DrawTree});
     AddFields();
     PopWindow();
 }

@@ -102,12 +102,44 @@ void DrawStripes(int x, int y, int width, int height, int hOffset, int vOffset) 
 
 void BuildScrolls() {
     OpenPlain();
-    AddScrollWindow(20, 20, 260, 200, ScrollHorizontal | ScrollVertical | ScrollBorder, 400, 800, 10, 20, nullptr,
-                    DrawStripes);
-    AddScrollWindow(300, 20, 260, 200, ScrollHorizontal | ScrollVertical | ScrollBorder, 100, 100, 10, 20, nullptr,
-                    DrawStripes);
-    AddScrollWindow(20, 240, 200, 100, ScrollVertical, 0, 800, 10, 20, nullptr, DrawStripes);
-    AddScrollWindow(300, 240, 200, 100, ScrollHorizontal, 400, 0, 10, 20, nullptr, DrawStripes);
+    AddScrollWindow({.X = 20,
+                     .Y = 20,
+                     .Width = 260,
+                     .Height = 200,
+                     .Flags = ScrollHorizontal | ScrollVertical | ScrollBorder,
+                     .ContentWidth = 400,
+                     .ContentHeight = 800,
+                     .StepX = 10,
+                     .StepY = 20,
+                     .Draw = DrawStripes});
+    AddScrollWindow({.X = 300,
+                     .Y = 20,
+                     .Width = 260,
+                     .Height = 200,
+                     .Flags = ScrollHorizontal | ScrollVertical | ScrollBorder,
+                     .ContentWidth = 100,
+                     .ContentHeight = 100,
+                     .StepX = 10,
+                     .StepY = 20,
+                     .Draw = DrawStripes});
+    AddScrollWindow({.X = 20,
+                     .Y = 240,
+                     .Width = 200,
+                     .Height = 100,
+                     .Flags = ScrollVertical,
+                     .ContentHeight = 800,
+                     .StepX = 10,
+                     .StepY = 20,
+                     .Draw = DrawStripes});
+    AddScrollWindow({.X = 300,
+                     .Y = 240,
+                     .Width = 200,
+                     .Height = 100,
+                     .Flags = ScrollHorizontal,
+                     .ContentWidth = 400,
+                     .StepX = 10,
+                     .StepY = 20,
+                     .Draw = DrawStripes});
     Kirvo_AddGadget(
         [] {
             DrawLogo(20, 355);

@@ -184,7 +184,7 @@ TEST_F(GadgetButtonsDeathTest, LayoutsThatCannotBeEndTheProgram) {
     EXPECT_EXIT(AddIncDec(0, 0, 52, nullptr, nullptr, nullptr, &value), status,
                 "^Error in AddIncDec - Width too small\n$");
     static char text[10];
-    EXPECT_EXIT(AddTextInput(0, 0, 20, 0, nullptr, "", 10, nullptr, text, nullptr), status,
+    EXPECT_EXIT(AddTextInput({.X = 0, .Y = 0, .Width = 20, .Buffer = text, .Size = 10}), status,
                 "^Error in text input, width is negative \\(-4\\)...\n$");
 }
 
@@ -257,8 +257,17 @@ void SliderReleased(GadgetArg, int position) {
 
 TEST_F(GadgetButtons, SlidersFollowThePointerWithinTheirRange) {
     Open("Slider", 100, 100, 200, 250);
-    Gadget* gadget =
-        AddSlider(50, 50, 20, 100, 0, 150, SliderPressed, SliderMoved, SliderReleased, nullptr, PrintSlide, 9, "R");
+    Gadget* gadget = AddSlider({.X = 50,
+                                .Y = 50,
+                                .Width = 20,
+                                .Range = 100,
+                                .Position = 150,
+                                .Label = "R",
+                                .Arg = 9,
+                                .Pressed = SliderPressed,
+                                .Moved = SliderMoved,
+                                .Released = SliderReleased,
+                                .Print = PrintSlide});
     const Slider& slider = GadgetData<Slider>(gadget);
     EXPECT_EQ(slider.Height, 116);
     EXPECT_EQ(slider.Position, 100);
@@ -293,7 +302,8 @@ TEST_F(GadgetButtons, TheWheelStepsSlidersAndIncDecBoxesUnderThePointer) {
     static int value;
     value = 5;
     Open("Wheel", 100, 100, 300, 250);
-    Gadget* slider = AddSlider(50, 50, 20, 100, 0, 50, nullptr, nullptr, nullptr, nullptr, PrintSlide, 9, "R");
+    Gadget* slider = AddSlider(
+        {.X = 50, .Y = 50, .Width = 20, .Range = 100, .Position = 50, .Label = "R", .Arg = 9, .Print = PrintSlide});
     AddIncDec(100, 50, 120, 3, nullptr, nullptr, &value);
     auto turn = [](int amount) {
         gl::qenter(gl::WHEELY, static_cast<short>(amount));

@@ -72,16 +72,40 @@ void BuildChecks() {
 }
 
 void BuildTexts() {
-    AddTextInput(4, 158, 330, 0, "Name:", "A hut on stilts", 60, PrintableFilter, Texts[0], nullptr);
-    AddTextInput(4, 110, 330, TextSmallFont, "Offset:", "-1.25", 60, nullptr, Texts[1], nullptr);
-    AddTextInput(340, 158, 140, 0, nullptr, "12.5", 60, nullptr, Texts[2], nullptr);
-    Gadget* edited = AddTextInput(340, 110, 140, 0, nullptr,
-                                  "Gr\xC3\xB6\xC3\x9F"
-                                  "e",
-                                  60, PrintableFilter, Texts[3], nullptr);
-    AddTextInput(12, 12, 330, TextLabelAbove | TextSmallFont,
-                 "Default texture directory:", "/usr/people/kirvo/textures/stones/granite/rough/weathered", 60,
-                 PrintableFilter, Texts[4], nullptr);
+    AddTextInput({.X = 4,
+                  .Y = 158,
+                  .Width = 330,
+                  .Label = "Name:",
+                  .Text = "A hut on stilts",
+                  .Buffer = Texts[0],
+                  .Size = 60,
+                  .Filter = PrintableFilter});
+    AddTextInput({.X = 4,
+                  .Y = 110,
+                  .Width = 330,
+                  .Flags = TextSmallFont,
+                  .Label = "Offset:",
+                  .Text = "-1.25",
+                  .Buffer = Texts[1],
+                  .Size = 60});
+    AddTextInput({.X = 340, .Y = 158, .Width = 140, .Text = "12.5", .Buffer = Texts[2], .Size = 60});
+    Gadget* edited = AddTextInput({.X = 340,
+                                   .Y = 110,
+                                   .Width = 140,
+                                   .Text = "Gr\xC3\xB6\xC3\x9F"
+                                           "e",
+                                   .Buffer = Texts[3],
+                                   .Size = 60,
+                                   .Filter = PrintableFilter});
+    AddTextInput({.X = 12,
+                  .Y = 12,
+                  .Width = 330,
+                  .Flags = TextLabelAbove | TextSmallFont,
+                  .Label = "Default texture directory:",
+                  .Text = "/usr/people/kirvo/textures/stones/granite/rough/weathered",
+                  .Buffer = Texts[4],
+                  .Size = 60,
+                  .Filter = PrintableFilter});
     ActivateText(edited, 0);
 }
 
@@ -91,10 +115,25 @@ void BuildIncDecs() {
 }
 
 void BuildSliders() {
-    AddSlider(30, 40, 24, 100, 0, 30, nullptr, nullptr, nullptr, nullptr, PrintSlide, 0, "R");
-    AddSlider(80, 40, 24, 100, SliderSmallFont, 100, nullptr, nullptr, nullptr, ShadeOfRed, PrintSlideSmall, 0, "Red");
-    AddSlider(130, 40, 24, 100, 0, 60, nullptr, nullptr, nullptr, ShadeOfRed, PrintSlide, 0, "G");
-    AddSlider(180, 40, 24, 100, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
+    AddSlider({.X = 30, .Y = 40, .Width = 24, .Range = 100, .Position = 30, .Label = "R", .Print = PrintSlide});
+    AddSlider({.X = 80,
+               .Y = 40,
+               .Width = 24,
+               .Range = 100,
+               .Flags = SliderSmallFont,
+               .Position = 100,
+               .Label = "Red",
+               .Shade = ShadeOfRed,
+               .Print = PrintSlideSmall});
+    AddSlider({.X = 130,
+               .Y = 40,
+               .Width = 24,
+               .Range = 100,
+               .Position = 60,
+               .Label = "G",
+               .Shade = ShadeOfRed,
+               .Print = PrintSlide});
+    AddSlider({.X = 180, .Y = 40, .Width = 24, .Range = 100});
 }
 
 void BuildLabels() {

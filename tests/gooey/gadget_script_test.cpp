@@ -46,9 +46,10 @@ class GadgetScript : public ToolkitTest {
         AddButtons(
             10, 60, 0, ButtonsSmallFont, 1, Labels, [] { Pressed.push_back("second"); }, nullptr, nullptr);
         AddCheckBox(10, -40, 0, 0, 0, "Show grid", nullptr, &Flag);
-        AddTextInput(10, 120, 200, 0, "Name:", "old", sizeof Name, nullptr, Name, nullptr);
-        AddTextInput(220, 120, 100, 0, nullptr, "1", sizeof Size, nullptr, Size, nullptr);
-        Thumb = AddSlider(-60, 80, 20, 100, 0, 30, nullptr, nullptr, nullptr, nullptr, nullptr, 0, "R");
+        AddTextInput(
+            {.X = 10, .Y = 120, .Width = 200, .Label = "Name:", .Text = "old", .Buffer = Name, .Size = sizeof Name});
+        AddTextInput({.X = 220, .Y = 120, .Width = 100, .Text = "1", .Buffer = Size, .Size = sizeof Size});
+        Thumb = AddSlider({.X = -60, .Y = 80, .Width = 20, .Range = 100, .Position = 30, .Label = "R"});
         AddIncDec(10, 180, 100, nullptr, nullptr, nullptr, &Steps);
         AddText(10, 230, "Hello", 1);
         AddText(200, 230, "Hidden", 1)->Visible = 0;

@@ -95,11 +95,24 @@ TEST_F(GadgetStorm, NothingIsLostInTensOfThousandsOfRandomEvents) {
     AddButtons(10, 10, 0, 0, 3, Labels, Choose, &Mode, nullptr);
     AddButtons(10, 50, 90, ButtonsOfGivenWidth | ButtonsAutoRepeat, 1, Labels, OpenSide, nullptr, nullptr);
     AddCheckBox(10, -40, 0, 0, 0, "Flag", nullptr, &Flag);
-    Inputs[0] = AddTextInput(10, 100, 200, TextReportsChanges, "Short:", "", sizeof Short, nullptr, Short,
-                             [] { DirtyCurrentWindow(); });
-    Inputs[1] = AddTextInput(10, 150, 150, TextRedrawsWindow | TextReportsDeactivation, nullptr, "", sizeof Long,
-                             PrintableFilter, Long, [] { ++Steps; });
-    Thumb = AddSlider(-60, 80, 20, 100, 0, 30, nullptr, nullptr, nullptr, nullptr, PrintSlide, 0, "R");
+    Inputs[0] = AddTextInput({.X = 10,
+                              .Y = 100,
+                              .Width = 200,
+                              .Flags = TextReportsChanges,
+                              .Label = "Short:",
+                              .Buffer = Short,
+                              .Size = sizeof Short,
+                              .Callback = [] { DirtyCurrentWindow(); }});
+    Inputs[1] = AddTextInput({.X = 10,
+                              .Y = 150,
+                              .Width = 150,
+                              .Flags = TextRedrawsWindow | TextReportsDeactivation,
+                              .Buffer = Long,
+                              .Size = sizeof Long,
+                              .Filter = PrintableFilter,
+                              .Callback = [] { ++Steps; }});
+    Thumb =
+        AddSlider({.X = -60, .Y = 80, .Width = 20, .Range = 100, .Position = 30, .Label = "R", .Print = PrintSlide});
     AddIncDec(220, 50, 100, nullptr, nullptr, nullptr, &Steps);
     AddText(220, 100, "A text", 1);
 

@@ -35,7 +35,16 @@ class GadgetText : public ToolkitTest {
     }
 
     static Gadget* Add(int flags, const char* text, int size = sizeof Buffer, TextFilter filter = nullptr) {
-        return AddTextInput(10, 20, 300, flags, "Name:", text, size, filter, Buffer, NoteText);
+        return AddTextInput({.X = 10,
+                             .Y = 20,
+                             .Width = 300,
+                             .Flags = flags,
+                             .Label = "Name:",
+                             .Text = text,
+                             .Buffer = Buffer,
+                             .Size = size,
+                             .Filter = filter,
+                             .Callback = NoteText});
     }
 
     static int CursorOf(Gadget* gadget) { return GadgetData<TextInput>(gadget).Cursor; }
@@ -59,8 +68,13 @@ TEST_F(GadgetText, PartsArePlacedByLabelAndFont) {
         {"above, small", 300, TextLabelAbove | TextSmallFont, "Name:", 2, 61, 10, 31, 276, 58},
     };
     for (const Case& test : cases) {
-        Gadget* gadget =
-            AddTextInput(10, 20, test.Width, test.Flags, test.Label, "", sizeof Buffer, nullptr, Buffer, nullptr);
+        Gadget* gadget = AddTextInput({.X = 10,
+                                       .Y = 20,
+                                       .Width = test.Width,
+                                       .Flags = test.Flags,
+                                       .Label = test.Label,
+                                       .Buffer = Buffer,
+                                       .Size = sizeof Buffer});
         const TextInput& input = GadgetData<TextInput>(gadget);
         EXPECT_EQ(input.LabelX, test.LabelX) << test.Name;
         EXPECT_EQ(input.LabelY, test.LabelY) << test.Name;
@@ -215,7 +229,8 @@ TEST_F(GadgetText, CallsBackAsTheFlagsSay) {
 
 TEST_F(GadgetText, OnlyOneInputOfAWindowIsActive) {
     Gadget* first = Add(TextReportsDeactivation, "one");
-    Gadget* second = AddTextInput(10, 80, 300, 0, "Other:", "two", sizeof Other, nullptr, Other, nullptr);
+    Gadget* second = AddTextInput(
+        {.X = 10, .Y = 80, .Width = 300, .Label = "Other:", .Text = "two", .Buffer = Other, .Size = sizeof Other});
     ActivateText(first, 0);
     Play("in Text\nclick left 200 100");
     EXPECT_FALSE(TextIsActive(first));
@@ -229,7 +244,8 @@ TEST_F(GadgetText, OnlyOneInputOfAWindowIsActive) {
 }
 
 TEST_F(GadgetText, ClicksPlaceTheCursorAndDragsSelect) {
-    Gadget* gadget = AddTextInput(10, 20, 300, 0, nullptr, "mmmm nnnn", sizeof Buffer, nullptr, Buffer, nullptr);
+    Gadget* gadget =
+        AddTextInput({.X = 10, .Y = 20, .Width = 300, .Text = "mmmm nnnn", .Buffer = Buffer, .Size = sizeof Buffer});
     int left = 26, m = StringWidth("m");
     auto at = [&](double characters) { return std::to_string(left + static_cast<int>(characters * m)) + " 40\n"; };
     Play("in Text\nclick left " + at(1.4));
@@ -244,7 +260,7 @@ TEST_F(GadgetText, ClicksPlaceTheCursorAndDragsSelect) {
 }
 
 TEST_F(GadgetText, ALongTextScrollsWithTheCursor) {
-    Gadget* gadget = AddTextInput(10, 20, 100, 0, nullptr, "", sizeof Buffer, nullptr, Buffer, nullptr);
+    Gadget* gadget = AddTextInput({.X = 10, .Y = 20, .Width = 100, .Buffer = Buffer, .Size = sizeof Buffer});
     const TextInput& input = GadgetData<TextInput>(gadget);
     ActivateText(gadget, 1);
     Play("in Text\nmove 390 190\ntype \"mmmmmmmmmmmmmmmmmmmm\"");

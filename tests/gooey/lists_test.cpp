@@ -38,8 +38,17 @@ class Lists : public ToolkitTest {
     /// A scroll window in the bottom-left corner of a window.
     static Gadget* Add(int flags, int contentW, int contentH, int windowFlags = WindowDoubleBuffered) {
         Open("Lists", 100, 100, 300, 300, windowFlags);
-        Gadget* gadget = AddScrollWindow(
-            0, 0, 228, 228, flags, contentW, contentH, 10, 20, [](Gadget*) { ++Configured; }, NoteDraw);
+        Gadget* gadget = AddScrollWindow({.X = 0,
+                                          .Y = 0,
+                                          .Width = 228,
+                                          .Height = 228,
+                                          .Flags = flags,
+                                          .ContentWidth = contentW,
+                                          .ContentHeight = contentH,
+                                          .StepX = 10,
+                                          .StepY = 20,
+                                          .Configure = [](Gadget*) { ++Configured; },
+                                          .Draw = NoteDraw});
         Settle();
         return gadget;
     }

@@ -144,19 +144,56 @@ void BuildEverything() {
     AddButtons(10, 320, 60, ButtonsOfGivenWidth | ButtonsSmallFont | ButtonsAutoRepeat, 1, labels, DirtyCurrentWindow,
                nullptr, nullptr);
     AddCheckBox(100, 325, 0, CheckSmallFont, 0, "Flag", nullptr, &Flag);
-    AddTextInput(10, 270, 240, 0, "Name:", "text", sizeof Texts[0], PrintableFilter, Texts[0], DirtyCurrentWindow);
-    AddTextInput(10, 220, 240, TextSmallFont | TextReportsChanges, "Number:", "1", sizeof Texts[1], FPFilter, Texts[1],
-                 DirtyCurrentWindow);
-    AddTextInput(20, 140, 240, TextLabelAbove | TextReportsDeactivation, "Above:", nullptr, sizeof Texts[2], nullptr,
-                 Texts[2], DirtyCurrentWindow);
+    AddTextInput({.X = 10,
+                  .Y = 270,
+                  .Width = 240,
+                  .Label = "Name:",
+                  .Text = "text",
+                  .Buffer = Texts[0],
+                  .Size = sizeof Texts[0],
+                  .Filter = PrintableFilter,
+                  .Callback = DirtyCurrentWindow});
+    AddTextInput({.X = 10,
+                  .Y = 220,
+                  .Width = 240,
+                  .Flags = TextSmallFont | TextReportsChanges,
+                  .Label = "Number:",
+                  .Text = "1",
+                  .Buffer = Texts[1],
+                  .Size = sizeof Texts[1],
+                  .Filter = FPFilter,
+                  .Callback = DirtyCurrentWindow});
+    AddTextInput({.X = 20,
+                  .Y = 140,
+                  .Width = 240,
+                  .Flags = TextLabelAbove | TextReportsDeactivation,
+                  .Label = "Above:",
+                  .Buffer = Texts[2],
+                  .Size = sizeof Texts[2],
+                  .Callback = DirtyCurrentWindow});
     AddIncDec(10, 90, 120, 0, nullptr, nullptr, &Number);
     AddText(10, 60, "A label", 1);
     AddDimText(10, 40, "A dim label", 0);
-    AddSlider(290, 60, 24, 100, 0, 50, nullptr, nullptr, nullptr, nullptr, PrintSlide, 0, "R");
-    AddSlider(350, 60, 24, 100, SliderSmallFont, 50, nullptr, nullptr, nullptr, nullptr, nullptr, 0, "Red");
-    AddScrollWindow(400, 40, 220, 160, ScrollHorizontal | ScrollVertical | ScrollBorder, 500, 900, 10, 20, nullptr,
-                    DrawContent);
-    AddScrollWindow(290, 230, 220, 130, ScrollVertical | ScrollNoAutoRepeat, 0, 400, 0, 20, nullptr, DrawContent);
+    AddSlider({.X = 290, .Y = 60, .Width = 24, .Range = 100, .Position = 50, .Label = "R", .Print = PrintSlide});
+    AddSlider({.X = 350, .Y = 60, .Width = 24, .Range = 100, .Flags = SliderSmallFont, .Position = 50, .Label = "Red"});
+    AddScrollWindow({.X = 400,
+                     .Y = 40,
+                     .Width = 220,
+                     .Height = 160,
+                     .Flags = ScrollHorizontal | ScrollVertical | ScrollBorder,
+                     .ContentWidth = 500,
+                     .ContentHeight = 900,
+                     .StepX = 10,
+                     .StepY = 20,
+                     .Draw = DrawContent});
+    AddScrollWindow({.X = 290,
+                     .Y = 230,
+                     .Width = 220,
+                     .Height = 130,
+                     .Flags = ScrollVertical | ScrollNoAutoRepeat,
+                     .ContentHeight = 400,
+                     .StepY = 20,
+                     .Draw = DrawContent});
 }
 
 /// Events at random, as a script: over all windows, pressed buttons often let go, keys of every sort.

@@ -3,6 +3,7 @@
 #include "gooey/button.h"
 #include "gooey/event_loop.h"
 #include "gooey/message_table.h"
+#include "gooey/tool_window.h"
 #include "views/status_line.h"
 
 namespace {
@@ -36,6 +37,18 @@ const Tool Plain = {
 
 const Tool Other = {.Right = DummyClickFunc, .Buttons = Tool::Bar::Cancel, .Leave = [] { Say("other leaves"); }};
 
+Window* SideWindowHandle;
+int SideWindowEnabled = 1;
+
+const ToolWindow SideWindow = {
+    .Title = "Side",
+    .Handle = &SideWindowHandle,
+    .Width = 120,
+    .Height = 80,
+    .DisabledByTools = true,
+    .Enabled = &SideWindowEnabled,
+};
+
 class ToolProtocol : public ViewsTest {
   protected:
     void SetUp() override {
@@ -45,11 +58,7 @@ class ToolProtocol : public ViewsTest {
             Say("safe " + std::to_string(code));
             return 1;
         };
-        static const bool registered = [] {
-            RegisterSideWindow({[] { Say("disable"); }, [] { Say("enable"); }});
-            return true;
-        }();
-        (void)registered;
+        RegisterToolWindow(SideWindow);
     }
 
     static void ExpectAllGivenBack() {
@@ -73,7 +82,7 @@ TEST_F(ToolProtocol, TakesWhatTheToolDeclaresAndGivesItBack) {
     RightClickFunc = DummyClickFunc;
     LeftShift = RightAlt = LeftCtrl = 1;
     SendToolKey(nullptr, ' ');
-    EXPECT_EQ(Heard, "disable, done, leave, enable");
+    EXPECT_EQ(Heard, "done, leave");
     EXPECT_FALSE(ToolRuns(Plain));
     EXPECT_FALSE(LeftShift || RightAlt || LeftCtrl);
     EXPECT_FALSE(DirtyOnTextureChange || DirtyOnLightingChange || DirtyOnMaterialChange);
@@ -139,7 +148,8 @@ TEST_F(ToolProtocol, ASecondToolCancelsTheFirst) {
     SendToolKey(nullptr, 'a');
     Heard.clear();
     BeginTool(Other);
-    EXPECT_EQ(Heard, "leave, enable, disable");
+    EXPECT_EQ(Heard, "leave");
+    EXPECT_FALSE(SideWindowEnabled);
     EXPECT_EQ(Vertices(), 0u);
     EXPECT_TRUE(ToolRuns(Other));
     EXPECT_EQ(LeftClickFunc, nullptr);
@@ -153,12 +163,15 @@ TEST_F(ToolProtocol, TheBarsButtonsAreTheirCodes) {
     BeginTool(Plain);
     Settle();
     Button("Done");
-    EXPECT_EQ(Heard, "disable, done, leave, enable");
+    EXPECT_EQ(Heard, "done, leave");
     Heard.clear();
+    EXPECT_TRUE(SideWindowEnabled);
     BeginTool(Other);
+    EXPECT_FALSE(SideWindowEnabled);
     Settle();
     Button("Cancel");
-    EXPECT_EQ(Heard, "disable, other leaves, enable");
+    EXPECT_EQ(Heard, "other leaves");
+    EXPECT_TRUE(SideWindowEnabled);
     ExpectAllGivenBack();
 }
 
