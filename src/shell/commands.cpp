@@ -21,13 +21,17 @@
 #include "store/storage.h"
 #include "store/undo.h"
 #include "tools/alignment.h"
+#include "tools/create_sphere.h"
 #include "tools/create_vertices.h"
 #include "tools/make_sub_polygons.h"
 #include "tools/n_gons.h"
 #include "tools/polygon_copies.h"
 #include "tools/polygon_operations.h"
 #include "tools/polygon_tools.h"
+#include "tools/revolve.h"
+#include "tools/text_generator.h"
 #include "tools/vertex_operations.h"
+#include "tools/volume_sweep.h"
 #include "views/default_views.h"
 #include "views/display_flags.h"
 
@@ -123,7 +127,7 @@ const Command Commands[] = {
     {Key('v'), "Vertex mode", InEveryMode, Action, SetVertexMode},
     {PageUpCharacter, "Return to normal", InEveryMode, Action, PopPolygon},
     {PageDownCharacter, "Make subpolygon", InEveryMode, Action, PushPolygon},
-    {Ctrl('E'), "Volume sweep", InEveryMode, Action, NotYet},
+    {Ctrl('E'), "Volume sweep", InEveryMode, Action, DoVolumeSweep},
     {Ctrl('F'), "Create polygons freehand", InEveryMode, Action, CreatePolysFreehand},
     {Ctrl('J'), "Join selected vertices", InEveryMode, Action, JoinVertices},
     {Ctrl('N'), "Create n-gons", InEveryMode, Action, CreateCircularPolys},
@@ -152,9 +156,9 @@ const Command Commands[] = {
     {284, "Reverse polygons", InEveryMode, Action, ReversePolygons},
     {285, "Make double sided", InEveryMode, Action, DoublePolygons},
     {286, "Slice with grid", InEveryMode, Action, NotYet},
-    {287, "Sphere", InEveryMode, Action, NotYet},
-    {288, "Solid of revolution", InEveryMode, Action, NotYet},
-    {289, "Text", InEveryMode, Action, NotYet},
+    {287, "Sphere", InEveryMode, Action, CreateSphere},
+    {288, "Solid of revolution", InEveryMode, Action, DoRevolve},
+    {289, "Text", InEveryMode, Action, OpenTextGenerator},
     {290, "Mirror in X", InEveryMode, Action, Mirror<MirrorX>},
     {291, "Mirror in Y", InEveryMode, Action, Mirror<MirrorY>},
     {292, "Mirror in Z", InEveryMode, Action, Mirror<MirrorZ>},

@@ -6,11 +6,17 @@
 #include "interaction/modes.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_prompt.h"
+#include "materials/material_definitions.h"
 #include "shell/commands.h"
 #include "shell/menus.h"
 #include "store/scene.h"
 #include "store/undo.h"
+#include "textures/texture_changes.h"
+#include "tools/create_sphere.h"
 #include "tools/polygon_entry.h"
+#include "tools/revolve.h"
+#include "tools/spheres.h"
+#include "tools/volume_sweep.h"
 #include "views/main_window.h"
 #include "views/overlays.h"
 #include "views/viewports.h"
@@ -22,9 +28,19 @@ void EndTools() {
     EndViewPrompt();
     ClearControl();
     FreePolyEnterList();
+    FreeSpheres();
+    FreeSweeper();
+    FreeRevolve();
+}
+
+void RemakeSweeps() {
+    RemakeSweep();
+    RemakeRevolve();
 }
 
 void RegisterOverlays() {
+    RegisterOverlay({OverlayBand::Model, NewSolidOrder, DrawNewSolid});
+    RegisterOverlay({OverlayBand::Model, NewSweepOrder, DrawNewSweep});
     RegisterOverlay({OverlayBand::BeforeModel, 10, DrawNewPolygon});
     RegisterOverlay({OverlayBand::Label, 10, DrawHUD});
 }
@@ -50,6 +66,11 @@ void FillInteractionSlots() {
     TheMainWindowSlots.SetVertexMode = SetVertexMode;
     TheMainWindowSlots.ChangeObjectIsolation = ChangeObjectIsolation;
     TheMainWindowSlots.FreeTools = EndTools;
+    TheMainWindowSlots.InitSpheres = InitSpheres;
+    for (auto* slots : {&TheMaterialSlots.DirtySolids, &TheTextureChangeSlots.DirtySolids})
+        *slots = DirtySolids;
+    for (auto* slots : {&TheMaterialSlots.RemakeSweep, &TheTextureChangeSlots.RemakeSweep})
+        *slots = RemakeSweeps;
 
     TheUndoSlots.DirtyModelWindows = DirtyModelWindows;
     TheSceneSlots.DirtyModelWindows = DirtyModelWindows;

@@ -12,11 +12,8 @@ int DimensionX, DimensionY, DimensionsOpened;
 int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
 int AmalgamateX, AmalgamateY, AmalgamateOpened;
-int RevolveX, RevolveY, RevolveW, RevolveH, RevolveOpened;
 int MergeX, MergeY, MergeW, MergeH, MergeOpened;
 int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
-int SweeperX, SweeperY, SweeperW, SweeperH, SweeperOpened;
-int TextGenX, TextGenY, TextGeneratorOpened;
 int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
@@ -27,7 +24,6 @@ int SoundEffects = 1;
 int LodScale;
 int MatEditGang;
 int SpectrumY = -1, MixerX, MixerY;
-int NewSphereDepth = 3;
 int TestVar = 6;
 
 int AlignAX1, AlignAY1, AlignAX2 = 100, AlignAY2;

@@ -16,11 +16,8 @@ extern int DimensionX, DimensionY, DimensionsOpened;
 extern int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
 extern int AmalgamateX, AmalgamateY, AmalgamateOpened;
-extern int RevolveX, RevolveY, RevolveW, RevolveH, RevolveOpened;
 extern int MergeX, MergeY, MergeW, MergeH, MergeOpened;
 extern int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
-extern int SweeperX, SweeperY, SweeperW, SweeperH, SweeperOpened;
-extern int TextGenX, TextGenY, TextGeneratorOpened;
 extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
@@ -37,8 +34,6 @@ extern int LodScale;
 extern int MatEditGang;
 /// The colour mixer: its brightness, -1 for none, and its place in the spectrum.
 extern int SpectrumY, MixerX, MixerY;
-/// Depth of a new sphere, 1 to 32.
-extern int NewSphereDepth;
 /// A number for trying things out.
 extern int TestVar;
 

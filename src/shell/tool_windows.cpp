@@ -2,10 +2,14 @@
 
 #include "gooey/tool_window.h"
 #include "shell/preferences.h"
+#include "tools/revolve.h"
+#include "tools/text_generator.h"
 
 void RegisterToolWindows() {
     static const ToolWindow* const windows[] = {
         &PreferencesWindow,
+        &TextGeneratorWindow,
+        &RevolveWindow,
     };
     for (const ToolWindow* window : windows)
         RegisterToolWindow(*window);

@@ -14,14 +14,6 @@ const int AxisList[DefaultView2DCount][2] = {{0, 1}, {0, 1}, {1, 2}, {1, 2}, {0,
 
 namespace {
 
-/// The point of the grid under the pointer, model space; 0 when there is none.
-int GridPointUnderPointer(View* view, double* point) {
-    if (!IntersectGrid(view, point))
-        return 0;
-    TransformCoordinate(point, MatrixInverse(ViewMat(view)), point);
-    return 1;
-}
-
 void MoveInPlaneOf(const View* view, double* coordinate, const double* point) {
     if (view->Perspective)
         for (int axis = 0; axis < 3; ++axis)
@@ -67,6 +59,13 @@ class PointDrag : public ViewDrag {
 };
 
 } // namespace
+
+int GridPointUnderPointer(View* view, double* point) {
+    if (!IntersectGrid(view, point))
+        return 0;
+    TransformCoordinate(point, MatrixInverse(ViewMat(view)), point);
+    return 1;
+}
 
 Vertex* MakeVertexOnGrid(View* view, int drag) {
     double point[3];

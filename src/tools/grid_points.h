@@ -7,6 +7,9 @@
 /// The two axes of model space that the plane of a 2D view shows, by its Direction.
 extern const int AxisList[DefaultView2DCount][2];
 
+/// The point of the grid under the pointer (3 doubles, model space); 0 when there is none.
+int GridPointUnderPointer(View* view, double* point);
+
 /// A temporary vertex where the pointer meets the grid. With `drag` it becomes the only selected one of them, and
 /// follows the pointer until the left button is released. Null when the pointer meets no grid.
 Vertex* MakeVertexOnGrid(View* view, int drag);

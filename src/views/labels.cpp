@@ -11,6 +11,7 @@
 #include "platform/state.h"
 #include "views/default_views.h"
 #include "views/display_flags.h"
+#include "views/pixel_scope.h"
 #include "views/view_transform.h"
 
 #include <algorithm>
@@ -25,33 +26,6 @@ constexpr int ScreenPattern = 1;
 
 /// The corner with the axes, pixels.
 constexpr int AxisCorner = 100, ArrowStart = 16, ArrowEnd = 44;
-
-/// Drawing in window pixels for the length of a scope; the view's matrices are back afterwards.
-class PixelScope {
-  public:
-    PixelScope() {
-        gl::mmode(gl::MPROJECTION);
-        GetGLMatrix(Projection);
-        gl::mmode(gl::MVIEWING);
-        gl::pushviewport();
-        gl::pushmatrix();
-        VanillaView();
-    }
-
-    ~PixelScope() {
-        gl::popmatrix();
-        gl::popviewport();
-        gl::mmode(gl::MPROJECTION);
-        LoadGLMatrix(Projection);
-        gl::mmode(gl::MVIEWING);
-    }
-
-    PixelScope(const PixelScope&) = delete;
-    PixelScope& operator=(const PixelScope&) = delete;
-
-  private:
-    Matrix Projection;
-};
 
 void PixelLine(int x1, int y1, int x2, int y2) {
     gl::bgnline();

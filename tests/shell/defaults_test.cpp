@@ -8,6 +8,7 @@
 #include "shell/defaults_table.h"
 #include "shell/preferences.h"
 #include "shell/remembered_places.h"
+#include "tools/create_sphere.h"
 #include "store/view_record.h"
 #include "support/temporary_directory.h"
 #include "textures/texture_library.h"
