@@ -29,6 +29,7 @@
 #include "tools/polygon_operations.h"
 #include "tools/polygon_tools.h"
 #include "tools/revolve.h"
+#include "tools/tablet.h"
 #include "tools/text_generator.h"
 #include "tools/vertex_operations.h"
 #include "tools/volume_sweep.h"
@@ -80,6 +81,10 @@ void Show() {
 template <int& Flag>
 void Switch() {
     Toggle(Flag);
+}
+
+void Digitise() {
+    DigitiseVertices(0, nullptr);
 }
 
 void FitToModel() {
@@ -140,7 +145,7 @@ const Command Commands[] = {
     {260, "About this file...", InEveryMode, Action, ShowFileComment},
     {262, "Quit", InEveryMode, Action, Quit},
     {264, "Create vertices freehand", InEveryMode, Action, CreateVerticesOnGrid},
-    {265, "Create with digitising tablet", InEveryMode, Action, NotYet},
+    {265, "Create with digitising tablet", InEveryMode, Action, Digitise},
     {266, "Read coordinates from text file", InEveryMode, Action, NotYet},
     {270, "Delete unused vertices", InEveryMode, Action, DeleteUnusedVertices},
     {271, "Move vertices", InEveryMode, Action, NotYet},

@@ -17,6 +17,8 @@
 #include "tools/n_gons.h"
 #include "tools/polygon_tools.h"
 #include "tools/revolve.h"
+#include "tools/tablet.h"
+#include "tools/tablet_alignment.h"
 #include "tools/text_generator.h"
 #include "tools/volume_sweep.h"
 #include "views/display_flags.h"

@@ -11,7 +11,6 @@ extern int StructX, StructY, StructureEditorOpened;
 extern int GridX, GridY, GridGizmoOpened;
 extern int OffsetX, OffsetY, OffsetGizmoOpened;
 extern int RulerX, RulerY, RulerGizmoOpened;
-extern int TabletX, TabletY, TabletOpened;
 extern int DimensionX, DimensionY, DimensionsOpened;
 extern int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
@@ -26,8 +25,6 @@ extern int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, Structure
 
 /// Which of the ruler's two sizes is shown.
 extern int RulerSize;
-/// Flag: actions make sounds.
-extern int SoundEffects;
 /// Flag: the structure editor draws distances to scale.
 extern int LodScale;
 /// Flag: the material editor's sliders move together.
@@ -36,11 +33,3 @@ extern int MatEditGang;
 extern int SpectrumY, MixerX, MixerY;
 /// A number for trying things out.
 extern int TestVar;
-
-/// How a drawing lies on the digitising tablet, tablet units: lines in its two views, the centre, the rotation.
-extern int AlignAX1, AlignAY1, AlignAX2, AlignAY2;
-extern int AlignBX1, AlignBY1, AlignBX2, AlignBY2;
-extern int AlignCX1, AlignCY1, AlignCX2, AlignCY2;
-extern int TabletRotation;
-/// Flags: the way in which the tablet's points are entered.
-extern int EnterMethodA, EnterMethodB;

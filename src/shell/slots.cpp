@@ -23,6 +23,7 @@
 #include "textures/texture_definition.h"
 #include "textures/texture_file.h"
 #include "tools/polygon_tools.h"
+#include "tools/tablet.h"
 #include "views/display_flags.h"
 #include "views/grid.h"
 #include "views/main_window.h"
@@ -72,6 +73,7 @@ void FillFileSlots() {
     TheFileSlots.AskOkCancel = DoOkCancel;
     TheFileSlots.OpenManual = OpenManual;
     TheFileSlots.WriteDefaults = WriteDefaults;
+    TheTabletSlots.WriteDefaults = WriteDefaults;
     TheFileSlots.ReadingProgress = ShowReadingProgress;
 }
 
