@@ -93,7 +93,7 @@ void DrawAlignText(int step) {
 }
 
 void DrawEnterText(int entered, const char* next) {
-    constexpr int puckFromRight = 44, puckFromTop = 44, gapAbovePuckLines = 14;
+    constexpr int puckFromRight = 44, puckFromTop = 44, gapAbovePuckLines = 14, lineHeight = 28;
     const int half = CurrentWindow->Width / 2;
     WindowWrite(EnterInstructions);
     const int top = WWriteY;
@@ -111,8 +111,10 @@ void DrawEnterText(int entered, const char* next) {
     PuckInstruct(half, 0, "Enter vertices which share the point");
     PuckInstruct(half, 2, "Delete last vertex entered");
     DrawPuck(CurrentWindow->Width - puckFromRight + 16, CurrentWindow->Height - puckFromTop);
-    const std::string progress = "Vertices entered: " + std::to_string(entered) + ".  Next: " + next;
-    SmallText(8, TabletGadgetsHeight + 6, progress.c_str(), LightGrey);
+    const std::string count = "Vertices entered: " + std::to_string(entered);
+    const std::string coming = std::string("Next: ") + next;
+    SmallText(8, TabletGadgetsHeight + lineHeight, count.c_str(), LightGrey);
+    SmallText(8, TabletGadgetsHeight + 6, coming.c_str(), LightGrey);
 }
 
 void DrawEnterNText(int entered) {
