@@ -1,5 +1,6 @@
 // Solids and texts: what a step of a sphere's drag and of a sweep's costs beside a frame of the same model once it has
 // been added, and how long adding takes; texts and their fonts.
+#include "bench/bench_window.h"
 #include "bench/store_models.h"
 
 #include "geometry/matrices.h"
@@ -41,14 +42,7 @@ const double Centre[3] = {0, 0, 0};
 View TheView;
 
 void OpenTheWindow() {
-    setenv("KIRVO_DISPLAY", "headless:1000x700", 1);
-    setenv("KIRVO_SCALE", "1", 0);
-    InitialiseStorage();
-    WindowInit = InitGraphics;
-    gl::prefposition(100, 100 + Width - 1, 100, 100 + Height - 1);
-    OpenWindow("View", WindowDoubleBuffered, 0x402010, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
-    SussGraphicsStuff();
-    SolidView = ObjectIsolated = 1;
+    OpenBenchWindow(Width, Height);
     AddMaterial(CurrentMaterial() = NewMaterial());
     MaterialsNeedDefining = 1;
 }

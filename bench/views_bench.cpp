@@ -1,6 +1,7 @@
 // Views: what a frame of 1,000 x 1,000 lit quadrilaterals costs while only the view changes, and after loading and
 // after a change; the same as outlines, and as a scene of many placed objects. Beside each stands the same geometry in
 // vertex and index buffers filled by hand, drawn by one call with the program that a recording left bound.
+#include "bench/bench_window.h"
 #include "bench/store_models.h"
 
 #include "gooey/draw.h"
@@ -57,14 +58,7 @@ Material* AddLitMaterial(float red) {
 }
 
 void OpenTheWindow() {
-    setenv("KIRVO_DISPLAY", "headless:1000x700", 1);
-    setenv("KIRVO_SCALE", "1", 0);
-    InitialiseStorage();
-    WindowInit = InitGraphics;
-    gl::prefposition(100, 100 + Width - 1, 100, 100 + Height - 1);
-    OpenWindow("View", WindowDoubleBuffered, 0x402010, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
-    SussGraphicsStuff();
-    SolidView = ObjectIsolated = 1;
+    OpenBenchWindow(Width, Height);
     Plain = AddLitMaterial(0.7F);
     Other = AddLitMaterial(0.2F);
     MaterialsNeedDefining = 1;
