@@ -10,6 +10,7 @@
 #include "gooey/program_windows.h"
 #include "gooey/pull_down.h"
 #include "gooey/redraw.h"
+#include "gooey/text_input.h"
 #include "gooey/tool_window.h"
 #include "gooey/window.h"
 #include "interaction/curve_editing.h"
@@ -62,7 +63,7 @@ constexpr int Margin = 8;
 ProfileView Shown = {FirstProfileZoom, 0, 0, 0};
 
 /// The window's height that the editor does not have: the menu bar and the rows below.
-constexpr int BandHeight = PullDownBarHeight + 4 * SweepOptionRow + 8;
+const int BandHeight = InputHeight(TextSmallFont) + 157;
 
 GadgetBox EditorPlace() {
     const int size = std::max(1, std::min(CurrentWindow->Width, CurrentWindow->Height - BandHeight));
