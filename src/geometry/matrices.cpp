@@ -1,6 +1,7 @@
 #include "geometry/matrices.h"
 
 #include "geometry/angles.h"
+#include "geometry/vectors.h"
 
 #include <cmath>
 #include <cstdio>
@@ -165,6 +166,12 @@ const Matrix& MatrixTranspose(const Matrix& m) {
         for (int column = 0; column < 4; ++column)
             result[row][column] = source[column][row];
     return result;
+}
+
+bool IsMirroring(const Matrix& m) {
+    double cross[3];
+    Cross(m[0], m[1], cross);
+    return Dot(cross, m[2]) < 0;
 }
 
 void PrintMatrix(const Matrix& m) {

@@ -46,6 +46,9 @@ void MultMatrixf(const Matrixf& a, const Matrixf& b, Matrixf& out);
 const Matrix& MatrixInverse(const Matrix& m);
 const Matrix& MatrixTranspose(const Matrix& m);
 
+/// Whether the matrix turns what is seen counter-clockwise into what is seen clockwise.
+bool IsMirroring(const Matrix& m);
+
 /// Four rows of "%10.5f" and an empty line on the standard error stream.
 void PrintMatrix(const Matrix& m);
 void PrintMatrixf(const Matrixf& m);

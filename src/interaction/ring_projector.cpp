@@ -61,7 +61,8 @@ RingProjector::RingProjector(const ShownObject& shown, const Matrix& projection)
       SceneToEye(shown.View->Transform),
       HalfWidth(CurrentWindow->Width / 2.0),
       HalfHeight(CurrentWindow->Height / 2.0),
-      Perspective(shown.View->Perspective) {}
+      Perspective(shown.View->Perspective),
+      Mirroring(IsMirroring(shown.ToEye)) {}
 
 bool RingProjector::ProjectEyePoint(const double* eye, ScreenCorner& corner) const {
     const double w = ClipCoordinate(eye, SelectProjection, 3);
@@ -133,13 +134,14 @@ void RingProjector::AddCorner(const double* eye) {
     Ring.push_back(corner);
 }
 
-bool FacesEye(const ScreenRing& ring) {
+bool RingProjector::FacesEye(const ScreenRing& ring) const {
     const std::size_t count = ring.size();
     for (std::size_t i = 0; i < count; ++i) {
         const ScreenCorner &a = ring[i], &b = ring[(i + 1) % count], &c = ring[(i + 2) % count];
         if (SamePlace(a, b) || SamePlace(b, c) || SamePlace(a, c))
             continue;
-        return (a.X - b.X) * (c.Y - b.Y) - (c.X - b.X) * (a.Y - b.Y) < 0;
+        const double turn = (a.X - b.X) * (c.Y - b.Y) - (c.X - b.X) * (a.Y - b.Y);
+        return Mirroring ? turn > 0 : turn < 0;
     }
     return false;
 }

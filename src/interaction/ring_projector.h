@@ -27,6 +27,10 @@ class RingProjector {
     bool ProjectPoint(const double* point, ScreenCorner& corner) const;
     bool ProjectEyePoint(const double* eye, ScreenCorner& corner) const;
 
+    /// True for what this projector gave of a polygon that turns its front to the eye: by its first three corners in
+    /// different places. A ring without three such does not.
+    bool FacesEye(const ScreenRing& ring) const;
+
     /// The distance from the eye at which the 3D view has a depth; 1 in 2D views.
     double DistanceOf(double depth) const;
 
@@ -38,14 +42,10 @@ class RingProjector {
     Matrix SelectProjection; // eye to clip space
     Matrix SceneToEye;
     double HalfWidth, HalfHeight; // of the window, pixels
-    bool Perspective;
+    bool Perspective, Mirroring;
     std::vector<double> Eyes; // the corners in eye space
     ScreenRing Ring;
 };
-
-/// True for a ring that turns its front to the eye: by its first three corners in different places. A ring without
-/// three such does not.
-bool FacesEye(const ScreenRing& ring);
 
 /// Cuts the ring at the drag box; empty when nothing is left.
 void ClipPolygonToDragBox(ScreenRing& ring);

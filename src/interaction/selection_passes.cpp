@@ -114,7 +114,7 @@ class PolygonPass : public SelectionPass {
     const ScreenRing& SeenRing(const Polygon* polygon) {
         static const ScreenRing nothing;
         const ScreenRing& ring = Projector->Project(polygon);
-        return Backface && !FacesEye(ring) ? nothing : ring;
+        return Backface && !Projector->FacesEye(ring) ? nothing : ring;
     }
 
     const ShownObject* Shown = nullptr;
@@ -309,8 +309,10 @@ class FrontPass final : public TraversalSink {
 
     void TakeObject(const ShownObject& shown) override {
         ForEachShownSubObject(shown, [&](const SubObject* subObject) {
-            if (subObject == Wanted->SubObject && !ShowsFront)
-                ShowsFront = FacesEye(RingProjector(shown, GetSelectProjection()).Project(Wanted));
+            if (subObject != Wanted->SubObject || ShowsFront)
+                return;
+            RingProjector projector(shown, GetSelectProjection());
+            ShowsFront = projector.FacesEye(projector.Project(Wanted));
         });
     }
 

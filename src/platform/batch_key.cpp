@@ -107,7 +107,7 @@ BatchKey KeyFor(Shape shape) {
     if (shape == Shape::WideSegments || shape == Shape::Segments || shape == Shape::Points)
         key.raster.pattern = 0;
     if (shape != Shape::Triangles)
-        key.raster.cullBack = key.raster.behindLines = false;
+        key.raster.cullBack = key.raster.clockwiseFronts = key.raster.behindLines = false;
     key.pixelExact = state.PixelExact;
     const bool flat = shape == Shape::Glyphs || shape == Shape::Picture;
     key.projectionVersion = flat ? UnitProjection : state.ProjectionVersion;
@@ -166,6 +166,7 @@ bool PrepareDriver(const BatchKey& key, unsigned image) {
     if (key.shape == Shape::Glyphs && key.overlay)
         wanted.colourMask = 1 | 4; // the index beneath stays
     wanted.cullBack = raster.cullBack;
+    wanted.clockwiseFronts = raster.clockwiseFronts;
     wanted.alphaToCoverage = raster.alphaToCoverage && key.target->samples() > 1;
     wanted.multisample = raster.multisample;
     // Lines drawn along the edges of filled polygons must not be hidden by them.

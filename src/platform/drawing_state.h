@@ -48,7 +48,7 @@ struct RasterState {
     bool alphaToCoverage = false;
     bool multisample = false;
     bool flat = false;
-    bool cullBack = false;
+    bool cullBack = false, clockwiseFronts = false;
     bool behindLines = true;
     uint16_t pattern = 0;
     uint16_t lineStyle = 0;

@@ -46,7 +46,6 @@ void ApplyDriverState(const DriverState& wanted) {
     if (all) {
         glEnable(GL_SCISSOR_TEST);
         glDisable(GL_STENCIL_TEST);
-        glFrontFace(GL_CCW);
         glCullFace(GL_BACK);
         glPolygonOffset(1, 1);
         glActiveTexture(GL_TEXTURE0);
@@ -76,6 +75,8 @@ void ApplyDriverState(const DriverState& wanted) {
     }
     if (all || wanted.cullBack != Set.cullBack)
         Switch(GL_CULL_FACE, wanted.cullBack);
+    if (all || wanted.clockwiseFronts != Set.clockwiseFronts)
+        glFrontFace(wanted.clockwiseFronts ? GL_CW : GL_CCW);
     if (all || wanted.alphaToCoverage != Set.alphaToCoverage)
         Switch(GL_SAMPLE_ALPHA_TO_COVERAGE, wanted.alphaToCoverage);
     if (Desktop && (all || wanted.multisample != Set.multisample))

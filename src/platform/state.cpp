@@ -164,6 +164,11 @@ void backface(bool on) {
         Set(Raster().cullBack, on);
 }
 
+void clockwisefronts(bool on) {
+    if (!RecordCommand([=] { clockwisefronts(on); }))
+        Set(Raster().clockwiseFronts, on);
+}
+
 bool getbackface() {
     return Raster().cullBack;
 }

@@ -60,6 +60,8 @@ void shademodel(int model);
 // Polygons that turn their back are not drawn.
 void backface(bool on);
 bool getbackface();
+// Fronts are what is seen clockwise, as mirroring matrices make them; at first they are seen counter-clockwise.
+void clockwisefronts(bool on);
 // Filled polygons lie behind lines along their edges, by as much as their depth changes over a pixel, as they do at
 // first. On silhouettes, the back of a body may then come before its front.
 void behindlines(bool on);

@@ -170,6 +170,7 @@ class DrawingSink : public TraversalSink {
             return;
         gl::pushmatrix();
         MultPlacement(shown.Placement);
+        gl::clockwisefronts(IsMirroring(shown.ToEye));
         if (shown.Lod)
             DrawLevel(shown);
         if (shown.Mode != ShownBox) {
@@ -180,6 +181,7 @@ class DrawingSink : public TraversalSink {
         }
         gl::zbuffer(false);
         gl::backface(false);
+        gl::clockwisefronts(false);
         Blending(0);
         gl::popmatrix();
     }

@@ -29,7 +29,7 @@ class PlainRules : public TraversalSink {
         } else if (shown.Mode != ShownMarkersOnly) {
             ForEachShownPolygon(shown, [&](::Polygon* polygon) {
                 const ScreenRing ring = projector.Project(polygon);
-                if (!Backface || FacesEye(ring))
+                if (!Backface || projector.FacesEye(ring))
                     LookAt(polygon, shown.Branch, ring, projector);
             });
         }

@@ -116,6 +116,20 @@ TEST_F(SceneDrawing, TurnsBillboardsToTheEye) {
     EXPECT_EQ(Count(Green), 0) << "not a billboard: seen along its plane";
 }
 
+TEST_F(SceneDrawing, ShowsFrontsOfMirroredObjects) {
+    Backface = 1;
+    Object* object = AddObject("Wall", 0, 0);
+    AddFront(0, 0, 0, 1, AddGlow(Green));
+    Branch* branch = Put(object, ScaleMatrix(-1, 1, 1));
+    Draw(LookFrom(Front, 3));
+    EXPECT_GT(Count(Green), 0);
+    Draw(LookFrom(5, 3));
+    EXPECT_EQ(Count(Green), 0) << "from behind";
+    branch->Transform = IdentityMatrix;
+    Draw(LookFrom(Front, 3));
+    EXPECT_GT(Count(Green), 0);
+}
+
 TEST_F(SceneDrawing, PlacesBranchesByTheirOwnTransformAlone) {
     Object* object = WithLevels({{1000, Red}});
     Branch* parent = Put(object, TranslationMatrix(-2, 0, 0));
