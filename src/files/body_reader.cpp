@@ -113,30 +113,26 @@ void BodyReader::ReadSettingValue(int number, std::int32_t size) {
 
 // Textures
 
-/// The texture whose number and path follow; null when there is no such image.
+/// The texture whose number and path follow. Without an image it keeps the path, for when the image comes back; null is
+/// an error.
 Texture* BodyReader::ReadTextureRecord() {
     std::int32_t number;
     char path[LongNameSize];
     if (!ReadFileInts(File, &number, 1) || !ReadFileString(File, path))
         return nullptr;
     char found[MaxFileName];
-    Texture* texture = nullptr;
-    const bool isFound = FindTextureFile(path, found);
-    if ((isFound || KeepMissingTextures) && number < 0) {
+    if (number < 0) {
         SetError(BadTexture);
         return nullptr;
     }
-    if (isFound)
-        texture = AddTexture(found);
-    if (!texture)
+    Texture* texture = FindTextureFile(path, found) ? AddTexture(found) : nullptr;
+    if (!texture) {
         TexturesMissing = 1;
-    if (!texture && KeepMissingTextures) {
         texture = NewTexture();
         texture->FileName = CopyOfString(path);
         AddTextureToList(texture);
     }
-    if (texture)
-        texture->Index = number;
+    texture->Index = number;
     return texture;
 }
 

@@ -4,6 +4,7 @@
 #include "files/format.h"
 #include "textures/image_file.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
@@ -57,9 +58,14 @@ void CheckMaterials(const ModelSummary& model, Findings& findings) {
 
 void CheckTextures(const LoadReport& report, const ModelSummary& model, Findings& findings) {
     for (const std::string& path : report.MissingTextures)
-        findings.Problem(Text("texture \"%s\": no such image; its polygons are left untextured", path.c_str()));
+        findings.Problem(Text("texture \"%s\": no such image; its polygons show squares instead", path.c_str()));
+    const auto isMissing = [&](const std::string& path) {
+        return std::find(report.MissingTextures.begin(), report.MissingTextures.end(), path) !=
+               report.MissingTextures.end();
+    };
     for (const TextureSummary& texture : model.Textures) {
-        for (const Finding& finding : FindImageProblems(texture.Path, texture.Image))
+        for (const Finding& finding :
+             isMissing(texture.Path) ? std::vector<Finding>() : FindImageProblems(texture.Path, texture.Image))
             findings.Problem(Text("texture \"%s\": %s", texture.Path.c_str(), finding.Text.c_str()));
         if (texture.Polygons == 0)
             findings.Note(Text("texture \"%s\" is used by no polygon", texture.Path.c_str()));

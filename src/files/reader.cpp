@@ -20,7 +20,6 @@
 
 int InformationLost;
 int TexturesMissing;
-int KeepMissingTextures;
 int FileVersion;
 std::size_t FileReached;
 

@@ -17,10 +17,6 @@ extern int InformationLost;
 /// Flag: an image file that the last read file names could not be found or loaded.
 extern int TexturesMissing;
 
-/// Flag, set by the caller of a read: a texture whose image is not found becomes a texture all the same, by the path
-/// that the file gives, so that writing the model again loses nothing. For programs that show no model.
-extern int KeepMissingTextures;
-
 /// How far the last read came, in bytes from the beginning of the file: just behind what it read last, be that the end
 /// tag or where it met an error.
 extern std::size_t FileReached;

@@ -104,7 +104,6 @@ KirvoFileStatus RunCheck(const Request& request) {
 KirvoFileStatus RunUpgrade(const Request& request) {
     const std::string &from = request.Files[0], &to = request.Files[1];
     LoadReport report;
-    KeepMissingTextures = 1;
     if (!Load(from, report))
         return FileHasProblems;
     const ModelSummary model = SummariseModel();

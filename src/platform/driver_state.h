@@ -11,8 +11,8 @@ struct DriverState {
     unsigned framebuffer = 0, texture = 0;
     PixelBox viewport, scissor;
     float nearDepth = 0, farDepth = 1;
-    bool depthTest = false, depthWrite = true, cullBack = false, clockwiseFronts = false, alphaToCoverage = false, multisample = false,
-         polygonOffset = false;
+    bool depthTest = false, depthWrite = true, cullBack = false, clockwiseFronts = false, alphaToCoverage = false,
+         multisample = false, polygonOffset = false;
     uint8_t depthFunction = 0, colourMask = 15, sourceFactor = 0, destinationFactor = 0;
     uint8_t clipPlanes = 0; // bits of the distances that clip
 };

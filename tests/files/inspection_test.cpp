@@ -121,7 +121,7 @@ TEST_F(Inspection, FindsEveryProblem) {
         std::vector<std::string> Problems;
     } cases[] = {
         {{}, {}},
-        {{.TextureMissing = true}, {"texture \"gone\": no such image; its polygons are left untextured"}},
+        {{.TextureMissing = true}, {"texture \"gone\": no such image; its polygons show squares instead"}},
         {{.NewerData = true}, {"holds data that only a newer version knows; it is lost when the file is saved"}},
         {{.PolygonWithoutArea = true},
          {"object \"house\": of 5 polygons, 2 without area, lost when the object is drawn or saved"}},
@@ -277,7 +277,6 @@ TEST_F(Upgrade, LosesNothingUnlessTold) {
 }
 
 TEST_F(Upgrade, MissingTexturesKeepTheirNamesAndTheirPolygons) {
-    KeepMissingTextures = 1;
     const LoadReport report = LoadModel({.TextureMissing = true});
     EXPECT_EQ(report.MissingTextures.size(), 1u);
     const std::vector<TextureSummary> before = SummariseModel().Textures;
@@ -285,7 +284,6 @@ TEST_F(Upgrade, MissingTexturesKeepTheirNamesAndTheirPolygons) {
     EXPECT_GT(before[0].Polygons, 0u);
     EXPECT_EQ(UpgradeTo(report, "new.kirvo"), "");
     const LoadReport again = Load(directory.Path("new.kirvo"));
-    KeepMissingTextures = 0;
     EXPECT_EQ(again.MissingTextures, report.MissingTextures);
     const std::vector<TextureSummary> after = SummariseModel().Textures;
     ASSERT_EQ(after.size(), 1u);
