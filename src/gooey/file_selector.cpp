@@ -225,15 +225,9 @@ void AddSelectorGadgets() {
 }
 
 // ---- the window
-void SelectorEvent(int device, short value) {
-    if (device == gl::LEFTMOUSE && value)
-        ClickFileList();
-}
-
 void SelectorClosed() {
     FileSelector& selector = CurrentSelector();
     delete selector.Listing;
-    delete selector.Typed;
     if (FileSelectorWindow == CurrentWindow)
         FileSelectorWindow = nullptr;
     EnableWindow(CurrentWindow->Parent);
@@ -274,15 +268,14 @@ void DoFileSelector(int mode, const char* directory, const char* initialName, co
     int flags = BufferingFlags();
     DisableWindow(parent);
     WindowAroundMouse(SelectorWidth, SelectorHeight + extra);
-    FileSelectorWindow = OpenWindow(Purposes[mode & FilePurposeBits].Title, flags, 0, nullptr, nullptr, SelectorEvent,
+    FileSelectorWindow = OpenWindow(Purposes[mode & FilePurposeBits].Title, flags, 0, nullptr, nullptr, nullptr,
                                     SelectorClosed, sizeof(FileSelector), parent);
     FileSelector& selector = CurrentSelector();
     selector.Mode = mode;
     selector.Callback = callback;
-    selector.Choice = selector.SelectedRow = -1;
+    selector.Choice = -1;
     selector.ExtraHeight = extra;
     selector.Listing = new FileListing;
-    selector.Typed = new TypedPrefix;
     SetDirectories(selector, directory);
     CopyFileName(selector.Extension, extension ? extension : "");
     CopyFileName(selector.Name, initialName ? initialName : "");

@@ -1,6 +1,5 @@
 #pragma once
 
-struct Gadget;
 struct Window;
 
 // The window in which the user chooses a file to open, save or merge. There is at most one.
@@ -24,7 +23,6 @@ extern Window* FileSelectorWindow;
 void DoFileSelector(int mode, const char* directory, const char* initialName, const char* extension,
                     void (*callback)(int mode, const char* directory, const char* name), Window* parent);
 
-/// The functions of the list of files, and of the line that shows the name in the modes without a text input.
-void FWConfigure(Gadget* gadget);
+/// Draw the list of files, and the line that shows the name in the modes without a text input.
 void FWDraw(int innerX, int innerY, int innerW, int innerH, int hOffset, int vOffset);
 void DrawFilePrompt();

@@ -2,74 +2,33 @@
 #include "gooey/file_selector_state.h"
 
 #include "gooey/cursors.h"
-#include "gooey/draw.h"
 #include "gooey/event_loop.h"
 #include "gooey/fonts.h"
-#include "gooey/gadget_skeleton.h"
-#include "gooey/modal.h"
-#include "gooey/pointer.h"
+#include "gooey/list_gadget.h"
 #include "gooey/redraw.h"
 #include "gooey/scroll_window.h"
 #include "gooey/text_input.h"
 #include "gooey/utf8.h"
+#include "gooey/window.h"
 
-#include "platform/events.h"
 #include "platform/system.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr int ListX = 12, ListY = 91, ListWidth = 326, ListHeight = 217;
-constexpr int RowHeight = 19, RowBarHeight = 17;
-constexpr int RowX = 16;
-/// The baseline of the first row, without the extra height and the scrolling.
-constexpr int FirstBaseline = 289;
-constexpr int ScrollStep = 2;
-constexpr int ShadeRow = 12, ShadeEmpty = 8;
-constexpr long DoubleClickTicks = 50;
-
-int RowCount(const FileSelector& selector) {
-    return static_cast<int>(selector.Listing->Entries.size());
-}
-
-int BaselineOf(const FileSelector& selector, int row) {
-    return FirstBaseline + selector.ExtraHeight + selector.RowOffset - RowHeight * row;
-}
+constexpr int ListWidth = 326, ListHeight = 217;
 
 std::string RowText(const FileEntry& entry) {
     return entry.Name + (entry.IsFile ? "" : "/");
 }
 
-/// The row under the pointer; -1: none.
-int RowUnderPointer(const FileSelector& selector) {
-    if (!MouseInBox(ListX, ListY + selector.ExtraHeight, ListWidth, ListHeight) || MouseX >= ListX + 306)
-        return -1;
-    int below = BaselineOf(selector, 0) + RowHeight - 3 - MouseY;
-    int row = below / RowHeight;
-    return below >= 0 && row < RowCount(selector) ? row : -1;
+const FileEntry& EntryOf(const ListRow& row) {
+    return *static_cast<const FileEntry*>(row.Record);
 }
 
 void EnterDirectory(const FileEntry& entry) {
     ChangeDirectory(std::string(CurrentSelector().Directory) + "/" + entry.Name);
-}
-
-/// The row whose name begins with what was typed.
-int RowOfPrefix(const FileSelector& selector) {
-    const std::vector<FileEntry>& entries = selector.Listing->Entries;
-    auto found = std::find_if(entries.begin(), entries.end(),
-                              [&](const FileEntry& entry) { return selector.Typed->Begins(entry.Name.c_str()); });
-    return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
-}
-
-void FindTyped(int character) {
-    FileSelector& selector = CurrentSelector();
-    selector.Typed->Add(character);
-    int row = RowOfPrefix(selector);
-    if (row < 0)
-        gl::ringbell();
-    else
-        SelectRow(row);
 }
 
 void GoUp() {
@@ -79,14 +38,18 @@ void GoUp() {
         ChangeDirectory(directory.substr(0, slash));
 }
 
+const FileEntry* SelectedEntry() {
+    const Gadget* list = CurrentSelector().List;
+    int row = ListRowOn(list);
+    return row < 0 ? nullptr : &EntryOf(ListRowsOf(list)[static_cast<std::size_t>(row)]);
+}
+
 /// Return: into the directory that is selected, else the file is taken.
 int ReturnInList(FileSelector& selector) {
-    if (selector.SelectedRow >= 0) {
-        FileEntry entry = selector.Listing->Entries[static_cast<std::size_t>(selector.SelectedRow)];
-        if (!entry.IsFile) {
-            EnterDirectory(entry);
-            return 1;
-        }
+    const FileEntry* entry = SelectedEntry();
+    if (entry && !entry->IsFile) {
+        EnterDirectory(*entry);
+        return 1;
     }
     if (selector.NameInput && TextIsActive(selector.NameInput))
         return 0;
@@ -130,12 +93,7 @@ int CommonKey(FileSelector& selector, int character) {
         break;
     }
     bool forInput = selector.NameInput && (character == HomeCharacter || character == EndCharacter);
-    int row = selector.SelectedRow;
-    if (forInput || !MoveRowByKey(character, RowsPerPage(selector.List, RowHeight), RowCount(selector), row))
-        return 0;
-    if (row >= 0)
-        SelectRow(row);
-    return 1;
+    return !forInput && MoveInList(selector.List, character);
 }
 
 /// The keys that do not belong to an input: before any input of the window gets them.
@@ -152,124 +110,83 @@ int KeyInFileList(Gadget*, int character) {
     if (selector.NameInput) {
         // Typing a name goes on from the list: Return saves then.
         if (CodePointOf(character))
-            selector.SelectedRow = -1;
+            SetListRowOn(selector.List, -1);
         return 0;
     }
-    if (character == BackspaceCharacter)
-        GoUp();
-    else if (CodePointOf(character))
-        FindTyped(character);
-    else
-        return 0;
+    if (character != BackspaceCharacter)
+        return FindInList(selector.List, character);
+    GoUp();
     return 1;
 }
 
-void ListFileRows(const Gadget* gadget, std::vector<GadgetItem>& items) {
-    const FileSelector& selector = CurrentSelector();
-    const ScrollWindow& s = ScrollOf(gadget);
-    RowRange rows = VisibleRows(gadget, RowHeight, RowCount(selector));
-    for (int row = rows.First; row < rows.Last; ++row) {
-        int bottom = s.InnerY + s.InnerH + s.VOffset - RowHeight * (row + 1);
-        int top = std::min(bottom + RowHeight, s.InnerY + s.InnerH);
-        bottom = std::max(bottom, s.InnerY);
-        items.push_back({RowText(selector.Listing->Entries[static_cast<std::size_t>(row)]),
-                         {s.InnerX, bottom, s.InnerW, top - bottom}});
-    }
+void ChooseEntry(const ListRow& row) {
+    const FileEntry& entry = EntryOf(row);
+    if (entry.IsFile)
+        SetSelectorName(entry.Name.c_str());
 }
 
-void DrawRow(const FileSelector& selector, int row, int width) {
-    int baseline = BaselineOf(selector, row);
-    std::string text = " " + RowText(selector.Listing->Entries[static_cast<std::size_t>(row)]);
-    bool selected = row == selector.SelectedRow;
-    if (selected)
-        DrawBox(RowX, baseline - 3, width, RowBarHeight, ShadeRow);
-    SmallText(RowX, baseline, text.c_str(), Colour[selected ? ShadeLowered : ShadeRow]);
+void ClickEntry(const ListRow& row) {
+    const FileEntry entry = EntryOf(row);
+    if (entry.IsFile)
+        SetSelectorName(entry.Name.c_str());
+    else
+        EnterDirectory(entry);
+}
+
+void OpenEntry(const ListRow& row) {
+    if (EntryOf(row).IsFile)
+        AcceptByKey();
+    else
+        ClickEntry(row);
 }
 
 /// Why there is nothing to see.
-void DrawEmptyList(const FileSelector& selector) {
-    std::string text = " This directory cannot be read: " + selector.Listing->Error;
-    if (!selector.Listing->Error.empty())
-        SmallText(RowX, BaselineOf(selector, 0), text.c_str(), Colour[ShadeRow]);
-    else
-        SmallText(RowX, BaselineOf(selector, 0), " (nothing to show here)", Colour[ShadeEmpty]);
+std::string TextOfEmptyList() {
+    const std::string& error = CurrentSelector().Listing->Error;
+    return error.empty() ? "(nothing to show here)" : "This directory cannot be read: " + error;
 }
 
 } // namespace
 
 void AddFileList(int x, int y) {
     FileSelector& selector = CurrentSelector();
-    selector.List = AddScrollWindow({.X = x,
-                                     .Y = y,
-                                     .Width = ListWidth,
-                                     .Height = ListHeight,
-                                     .Flags = ScrollVertical | ScrollBorder,
-                                     .ContentWidth = ListWidth,
-                                     .ContentHeight = ListHeight,
-                                     .StepY = ScrollStep,
-                                     .Configure = FWConfigure,
-                                     .Draw = FWDraw});
-    ScrollOf(selector.List).ListItems = ListFileRows;
+    selector.List = AddList({.Box = {x, y, ListWidth, ListHeight},
+                             .SmallRows = true,
+                             .Choose = ChooseEntry,
+                             .Click = ClickEntry,
+                             .Open = OpenEntry,
+                             .TextWhenEmpty = TextOfEmptyList});
     selector.List->KeyFn = KeyInFileList;
+    ScrollOf(selector.List).DrawFn = FWDraw;
+    ScrollOf(selector.List).DrawContents = nullptr;
 }
 
-void FWConfigure(Gadget* gadget) {
-    ConfigureScroll(gadget, -1, -1, ListWidth, ListHeight, ListWidth, RowCount(CurrentSelector()) * RowHeight);
-}
-
-void FWDraw(int innerX, int innerY, int innerW, int innerH, int, int vOffset) {
-    FileSelector& selector = CurrentSelector();
-    selector.RowOffset = vOffset;
+void FWDraw(int, int, int, int, int, int) {
     // What is drawn into the shown picture would flicker between two retraces.
     if (!(CurrentWindow->Flags & WindowDoubleBuffered))
         gl::gsync();
-    ClipScope clip(innerX, innerY, innerW, innerH);
-    DrawBox(innerX, innerY, innerW, innerH, ShadeLowered);
-    if (selector.Listing->Entries.empty())
-        DrawEmptyList(selector);
-    RowRange rows = VisibleRows(selector.List, RowHeight, RowCount(selector));
-    for (int row = rows.First; row < rows.Last; ++row)
-        DrawRow(selector, row, innerW);
-}
-
-void SelectRow(int row) {
-    FileSelector& selector = CurrentSelector();
-    const FileEntry& entry = selector.Listing->Entries[static_cast<std::size_t>(row)];
-    selector.SelectedRow = row;
-    if (entry.IsFile)
-        SetSelectorName(entry.Name.c_str());
-    ShowRow(selector.List, RowHeight, row);
-    RedrawCurrentWindow();
+    DrawListContents(CurrentSelector().List);
 }
 
 void SelectName(const std::string& name) {
     const std::vector<FileEntry>& entries = CurrentSelector().Listing->Entries;
-    for (std::size_t row = 0; row < entries.size(); ++row)
-        if (entries[row].Name == name) {
-            SelectRow(static_cast<int>(row));
-            return;
-        }
+    auto named =
+        std::find_if(entries.begin(), entries.end(), [&](const FileEntry& entry) { return entry.Name == name; });
+    if (named == entries.end())
+        return;
+    SetListRowOn(CurrentSelector().List, static_cast<int>(named - entries.begin()));
+    if (named->IsFile)
+        SetSelectorName(name.c_str());
+    RedrawCurrentWindow();
 }
 
-void ClickFileList() {
-    FileSelector& selector = CurrentSelector();
-    int row = RowUnderPointer(selector);
-    if (row < 0)
-        return;
-    long now = ClockTicks(), since = now - selector.LastClickTime;
-    selector.LastClickTime = now;
-    if (row == selector.SelectedRow) {
-        FileEntry entry = selector.Listing->Entries[static_cast<std::size_t>(row)];
-        if (!entry.IsFile)
-            EnterDirectory(entry);
-        else if (since < DoubleClickTicks)
-            AcceptByKey();
-        return;
-    }
-    FileEntry entry = selector.Listing->Entries[static_cast<std::size_t>(row)];
-    SelectRow(row);
-    if (!entry.IsFile)
-        EnterDirectory(entry);
+void ShowListing() {
+    const FileSelector& selector = CurrentSelector();
+    std::vector<ListRow> rows;
+    rows.reserve(selector.Listing->Entries.size());
+    for (const FileEntry& entry : selector.Listing->Entries)
+        rows.push_back({.Label = RowText(entry), .Record = &entry});
+    SetListRows(selector.List, std::move(rows));
 }
 
 const char* EndThatFits(const char* text, int width) {
@@ -281,7 +198,7 @@ const char* EndThatFits(const char* text, int width) {
 void RescanDirectory() {
     FileSelector& selector = CurrentSelector();
     *selector.Listing = ListFiles(selector.Directory, selector.Extension, selector.ShowBackups != 0);
-    selector.SelectedRow = -1;
+    ShowListing();
     if ((selector.Mode & FilePurposeBits) == FileToOpen)
         selector.Name[0] = '\0';
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "gooey/file_listing.h"
-#include "gooey/list_rows.h"
 #include "gooey/window.h"
 
 #include "base/file_names.h"
@@ -25,18 +24,11 @@ struct FileSelector {
     char Extension[MaxFileName];
     /// The button of the bottom pair that is shown pressed; -1: none.
     int Choice;
-    /// The list's offset at its last draw.
-    int RowOffset;
-    /// -1: none.
-    int SelectedRow;
-    long LastClickTime;
     int ShowBackups;
     /// What the window is higher for the check box of backup files.
     int ExtraHeight;
     /// The user's choice has gone to the callback.
     bool Accepted;
-    /// Owned; what was typed to find a row.
-    TypedPrefix* Typed;
     Gadget* List;
     /// Null but in save mode.
     Gadget* NameInput;
@@ -66,12 +58,10 @@ const char* EndThatFits(const char* text, int width);
 
 // ---- the list
 void AddFileList(int x, int y);
-/// Selects a row, whose name becomes the file's name if it is a file, and shows it.
-void SelectRow(int row);
-/// Selects the row with this name, if there is one.
+/// Exchanges the rows for those of the listing.
+void ShowListing();
+/// Selects the row with this name, if there is one; a file's becomes the file's name.
 void SelectName(const std::string& name);
-/// A press of the left button in the window: chooses the row under the pointer.
-void ClickFileList();
 
 // ---- the line of the directory
 void AddDirectoryLine();

@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <string_view>
 
 int (*ListMenuItems)(std::vector<MenuItemPlace>&) = nullptr;
 
@@ -33,11 +35,15 @@ bool SameLabel(const std::string& a, const std::string& b) {
     return Trimmed(a) == Trimmed(b);
 }
 
-Window* AddressedWindow(const ScriptCall& call) {
+Window* WindowOfGid(int gid) {
     for (Window* window = WindowList; window; window = window->Next)
-        if (window->Gid == call.Window)
+        if (window->Gid == gid)
             return window;
     return nullptr;
+}
+
+Window* AddressedWindow(const ScriptCall& call) {
+    return WindowOfGid(call.Window);
 }
 
 void MoveToMiddle(ScriptCall& call, const GadgetBox& box) {
@@ -56,7 +62,8 @@ struct Target {
     GadgetBox Box;
 };
 
-/// Everything of some kinds with a label, in drawing order; `itemsOf` names kinds whose items count as well.
+/// Everything of some kinds with a label, in drawing order; `itemsCount` tells kinds whose items count as well,
+/// "window" being those of the window itself.
 std::vector<Target> TargetsIn(Window* window, const std::string& label, const std::vector<std::string>& kinds,
                               const std::function<bool(const std::string&)>& itemsCount) {
     std::vector<Target> targets;
@@ -70,6 +77,10 @@ std::vector<Target> TargetsIn(Window* window, const std::string& label, const st
                 if (SameLabel(item.Label, label))
                     targets.push_back({view, item.Box});
     }
+    if (itemsCount && itemsCount("window"))
+        for (const GadgetItem& item : ItemsOf(window))
+            if (SameLabel(item.Label, label))
+                targets.push_back({{}, item.Box});
     return targets;
 }
 
@@ -109,6 +120,17 @@ ScriptResult PressButton(ScriptCall& call) {
         return ScriptResult::Failed;
     ClickMiddle(call, target.Box);
     return ScriptResult::Done;
+}
+
+/// Takes the number off "LABEL#2"; 1 without one.
+std::size_t NumberBehind(std::string& label) {
+    std::size_t mark = label.rfind('#');
+    if (mark == std::string::npos || mark + 1 == label.size() ||
+        label.find_first_not_of("0123456789", mark + 1) != std::string::npos)
+        return 1;
+    std::size_t number = std::strtoul(label.c_str() + mark + 1, nullptr, 10);
+    label.erase(mark);
+    return number;
 }
 
 ScriptResult FillField(ScriptCall& call) {
@@ -197,7 +219,39 @@ ScriptResult WriteReportFile(ScriptCall& call) {
 
 } // namespace
 
+bool FindItemPosition(const std::string& word, int window, int& x, int& y, std::string& error) {
+    constexpr std::string_view prefix = "item:";
+    if (!word.starts_with(prefix))
+        return false;
+    Window* addressed = WindowOfGid(window);
+    if (!addressed) {
+        error = "\"" + word + "\": no window is addressed";
+        return false;
+    }
+    static const std::vector<std::string> kinds = {"button", "check", "text", "incdec", "slider", "label"};
+    auto all = [](const std::string&) { return true; };
+    std::string label = word.substr(prefix.size());
+    std::size_t number = 1;
+    std::vector<Target> targets = TargetsIn(addressed, label, kinds, all);
+    if (targets.empty()) {
+        number = NumberBehind(label);
+        targets = TargetsIn(addressed, label, kinds, all);
+    }
+    if (number < 1 || number > targets.size()) {
+        error = "no item \"" + label + "\"";
+        if (!targets.empty())
+            error += " number " + std::to_string(number) + ", there are " + std::to_string(targets.size());
+        error += std::string(" in window \"") + (addressed->Title ? addressed->Title : "") + "\"";
+        return false;
+    }
+    const GadgetBox& box = targets[number - 1].Box;
+    x = box.X + box.Width / 2;
+    y = box.Y + box.Height / 2;
+    return true;
+}
+
 void InstallGadgetCommands() {
+    gl::ScriptPosition = FindItemPosition;
     gl::AddScriptCommand("button", PressButton);
     gl::AddScriptCommand("field", FillField);
     gl::AddScriptCommand("slider", DragSlider);

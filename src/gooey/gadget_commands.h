@@ -7,8 +7,12 @@
 // The script commands that need gadgets: button, field, slider, menu, popup, report. They look their targets up in the
 // live windows and then act through pointer and key events alone.
 
-/// Makes the commands known to the script player.
+/// Makes the commands, and the positions of items, known to the script player.
 void InstallGadgetCommands();
+
+/// The window positions "item:LABEL" and "item:LABEL#2": the middle of an item or gadget with that label, the second of
+/// them. For gl::ScriptPosition.
+bool FindItemPosition(const std::string& word, int window, int& x, int& y, std::string& error);
 
 /// An item of the menu that is open now.
 struct MenuItemPlace {

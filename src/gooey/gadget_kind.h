@@ -10,10 +10,13 @@ struct GadgetBox {
     int X = 0, Y = 0, Width = 0, Height = 0;
 };
 
-/// A row of a list or a title of a menu bar: something with a label that can be pressed inside a gadget.
+/// A row of a list, a title of a menu bar, a box of a tree, a point: something with a label that can be clicked or
+/// dragged inside a gadget, or in a window that draws it itself.
 struct GadgetItem {
     std::string Label;
     GadgetBox Box;
+    /// Selected or current.
+    bool On = false;
 };
 
 /// A gadget as a report shows it and a script finds it.

@@ -25,10 +25,11 @@ int RowsPerPage(const Gadget* scroll, int rowHeight) {
     return std::max(1, ScrollOf(scroll).InnerH / rowHeight);
 }
 
-void ShowRow(Gadget* scroll, int rowHeight, int row) {
-    const ScrollWindow& s = ScrollOf(scroll);
-    int top = row * rowHeight, bottom = top + rowHeight;
-    ScrollYTo(scroll, std::min(std::max(s.VOffset, bottom - s.InnerH), top));
+void ShowRow(Gadget* scroll, int rowHeight, int row, int pad) {
+    ScrollWindow& s = ScrollOf(scroll);
+    int top = row * rowHeight, bottom = top + rowHeight + 2 * pad;
+    s.VOffset = std::min(std::max(s.VOffset, bottom - s.InnerH), top);
+    ConfigureScroll(scroll, -1, -1, s.W, s.H, s.ContentW, s.ContentH);
 }
 
 int MoveRowByKey(int character, int rowsPerPage, int count, int& row) {
@@ -69,4 +70,12 @@ const std::string& TypedPrefix::Add(int character) {
 
 bool TypedPrefix::Begins(const char* name) const {
     return strncasecmp(name, Typed.c_str(), Typed.size()) == 0;
+}
+
+bool TypedPrefix::RepeatsOne() const {
+    return Typed.size() > 1 && Typed.find_first_not_of(Typed[0]) == std::string::npos;
+}
+
+bool TypedPrefix::BeginsWithOne(const char* name) const {
+    return strncasecmp(name, Typed.c_str(), 1) == 0;
 }

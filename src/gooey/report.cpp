@@ -21,19 +21,24 @@ Json PlaceOf(const GadgetBox& box) {
     return {{"x", box.X}, {"y", box.Y}, {"width", box.Width}, {"height", box.Height}};
 }
 
+void AddItems(Json& report, const std::vector<GadgetItem>& items) {
+    if (items.empty())
+        return;
+    Json& list = report["items"] = Json::array();
+    for (const GadgetItem& item : items) {
+        list.push_back({{"label", item.Label}});
+        list.back().update(PlaceOf(item.Box));
+        list.back()["on"] = item.On;
+    }
+}
+
 Json ReportOf(const GadgetView& view) {
     const GadgetDescription& description = view.Description;
     Json report = {{"kind", view.Kind->Name}, {"label", description.Label}};
     report.update(PlaceOf(description.Box));
     report["on"] = description.On;
     report["text"] = description.Text;
-    if (!description.Items.empty()) {
-        Json& items = report["items"] = Json::array();
-        for (const GadgetItem& item : description.Items) {
-            items.push_back({{"label", item.Label}});
-            items.back().update(PlaceOf(item.Box));
-        }
-    }
+    AddItems(report, description.Items);
     return report;
 }
 
@@ -49,6 +54,7 @@ Json ReportOf(Window* window) {
     if (window->Parent)
         report["parent"] = window->Parent->Title ? window->Parent->Title : "";
     report["gadgets"] = std::move(gadgets);
+    AddItems(report, ItemsOf(window));
     return report;
 }
 
@@ -81,6 +87,15 @@ std::vector<GadgetView> GadgetsOf(Window* window) {
             views.push_back(std::move(view));
         }
     return views;
+}
+
+std::vector<GadgetItem> ItemsOf(Window* window) {
+    std::vector<GadgetItem> items;
+    if (window->ItemsFn) {
+        WindowScope scope(window);
+        window->ItemsFn(items);
+    }
+    return items;
 }
 
 std::string Report() {

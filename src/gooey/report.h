@@ -22,6 +22,9 @@ struct GadgetView {
 /// The window's visible gadgets that can be described, in drawing order.
 std::vector<GadgetView> GadgetsOf(Window* window);
 
+/// What can be clicked or dragged in the window outside its gadgets.
+std::vector<GadgetItem> ItemsOf(Window* window);
+
 /// Adds the members that the program above has to tell; called with a report that has "windows" already, between two
 /// events. Null: there are none. Set at start-up.
 extern void (*AddToReport)(nlohmann::ordered_json& report);

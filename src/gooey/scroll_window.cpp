@@ -174,6 +174,7 @@ constexpr GadgetKind ScrollKind = {"scroll", DescribeScrollWindow, WheelScrollWi
 Gadget* AddScrollWindow(const ScrollWindowSpec& spec) {
     Gadget* gadget = CreateGadget<ScrollWindow>();
     ScrollWindow& s = ScrollOf(gadget);
+    s.Self = gadget;
     s.Colour = GadgetColour();
     s.HBar = (spec.Flags & ScrollHorizontal) != 0;
     s.VBar = (spec.Flags & ScrollVertical) != 0;
@@ -292,7 +293,11 @@ void DrawScrollWindow(Gadget* gadget) {
 }
 
 void DrawScrollWindowContents(const ScrollWindow& s) {
-    if (s.DrawFn && s.InnerW > 0 && s.InnerH > 0)
+    if (s.InnerW <= 0 || s.InnerH <= 0)
+        return;
+    if (s.DrawContents)
+        s.DrawContents(s.Self);
+    else if (s.DrawFn)
         s.DrawFn(s.InnerX, s.InnerY, s.InnerW, s.InnerH, s.HOffset, s.VOffset);
 }
 

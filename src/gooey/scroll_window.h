@@ -51,6 +51,11 @@ struct ScrollWindow {
     void (*ConfigureFn)(Gadget* gadget);
     /// Lists the visible rows for reports and scripts; null: there are none. Set by the owner.
     void (*ListItems)(const Gadget* gadget, std::vector<GadgetItem>& items);
+    Gadget* Self;
+    /// Draws the visible part of the content in place of DrawFn. Null: DrawFn does.
+    void (*DrawContents)(Gadget* gadget);
+    /// The rows of a list; of list_gadget.h.
+    void* Rows;
 };
 
 /// What a scroll window is made of.

@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 struct Gadget;
+struct GadgetItem;
 
 /// Bits of Window::Flags.
 inline constexpr int WindowDoubleBuffered = 1;
@@ -53,6 +55,9 @@ struct Window {
     std::int16_t Cursor;
     /// The cursor to go back to when the window is no longer busy.
     std::int16_t SavedCursor;
+    /// Lists what the window itself draws and the user can click or drag, for reports and scripts, the window being
+    /// current; null: nothing. Set by the owner.
+    void (*ItemsFn)(std::vector<GadgetItem>& items);
 };
 
 /// All windows in opening order.

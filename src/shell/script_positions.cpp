@@ -1,5 +1,6 @@
 #include "shell/script_positions.h"
 
+#include "gooey/gadget_commands.h"
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "interaction/picking.h"
@@ -42,7 +43,7 @@ const Vertex* VertexNumber(double number) {
 bool FindModelPosition(const std::string& word, int window, int& x, int& y, std::string& error) {
     const bool isPoint = word.starts_with("model:"), isVertex = word.starts_with("vertex:");
     if (!isPoint && !isVertex)
-        return false;
+        return FindItemPosition(word, window, x, y, error);
     int number = 0;
     while (number < ViewportLimit && !(Viewport[number] && Viewport[number]->Gid == window))
         number++;

@@ -4,10 +4,12 @@
 #include "gooey/file_listing.h"
 #include "gooey/file_selector.h"
 #include "gooey/file_selector_state.h"
+#include "gooey/list_gadget.h"
 #include "gooey/program_windows.h"
 #include "gooey/redraw.h"
 #include "gooey/report.h"
 #include "gooey/scroll_window.h"
+#include "gooey/window_stack.h"
 
 #include "platform/events.h"
 #include "platform/scripts.h"
@@ -261,7 +263,7 @@ TEST_F(FileSelectors, WhatCannotBeExaminedIsLeftOut) {
 TEST_F(FileSelectors, RescanningForgetsTheSelection) {
     OpenSelector(FileToSave | FileOffersBackups, "shed");
     In("Save file as...", "button Alley.kirvo\nbutton \"Show backup files\"");
-    EXPECT_EQ(State().SelectedRow, -1);
+    EXPECT_EQ(ListRowOn(State().List), -1);
     EXPECT_STREQ(State().Name, "Alley.kirvo") << "a name to save stays";
 }
 
@@ -283,9 +285,13 @@ TEST_F(FileSelectors, VeryLargeDirectoriesOnlyShowAWindowful) {
     listing.Entries.clear();
     for (int i = 0; i < count; ++i)
         listing.Entries.push_back({"file" + std::to_string(100000 + i) + ".kirvo", true});
+    {
+        WindowScope scope(FileSelectorWindow);
+        ShowListing();
+    }
     RedrawWindow(FileSelectorWindow);
     In("Open file...", "key End");
-    EXPECT_EQ(State().SelectedRow, count - 1);
+    EXPECT_EQ(ListRowOn(State().List), count - 1);
     EXPECT_EQ(Rows().size(), 11u);
     EXPECT_EQ(Rows().back(), "file199999.kirvo");
     In("Open file...", "key PageUp\ntype file15");
