@@ -46,8 +46,9 @@ using ScriptCommand = ScriptResult (*)(ScriptCall&);
 // Adds a command under a name that is not built in. Its function is called when the program has come to rest.
 void AddScriptCommand(const std::string& name, ScriptCommand function);
 
-// Slot: positions of other forms ("model:X,Y,Z", "vertex:N", "item:LABEL") in a window. Called with the word; sets x and y and
-// returns true, or returns false with `error` set ("" when it does not know the form). Null: there are no other forms.
+// Slot: positions of other forms ("model:X,Y,Z", "vertex:N", "item:LABEL") in a window. Called with the word; sets x
+// and y and returns true, or returns false with `error` set ("" when it does not know the form). Null: there are no
+// other forms.
 extern bool (*ScriptPosition)(const std::string& word, int window, int& x, int& y, std::string& error);
 
 // Slot: called at the end of a script on the headless display; null: the program ends with status 0.
