@@ -1,5 +1,6 @@
 #include "gooey/list_gadget.h"
 
+#include "gooey/drag.h"
 #include "gooey/draw.h"
 #include "gooey/event_loop.h"
 #include "gooey/fonts.h"
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -250,45 +252,70 @@ int DropAtPointer(const Gadget* gadget, int dragged) {
     return pointed > dragged ? pointed + 1 : pointed;
 }
 
-/// Scrolls on while a row is held beyond the list's edge.
-void ScrollTowardsPointer(Gadget* gadget) {
-    const ScrollWindow& s = ScrollOf(gadget);
-    int above = MouseY - (s.InnerY + s.InnerH), below = s.InnerY - MouseY;
-    if (above > 0)
-        ScrollYTo(gadget, s.VOffset - std::min(above, ListOf(gadget).Form->Height));
-    else if (below > 0)
-        ScrollYTo(gadget, s.VOffset + std::min(below, ListOf(gadget).Form->Height));
-}
+/// A row that is being taken to another place.
+class RowDrag : public Drag {
+  public:
+    RowDrag(Gadget* gadget, int row)
+        : Source(gadget),
+          Row(row),
+          PressedX(MouseX),
+          PressedY(MouseY),
+          Dragged(RowAt(ListOf(gadget), row)) {}
 
-void DragRow(Gadget* gadget, int row) {
-    const ListRow dragged = RowAt(ListOf(gadget), row);
-    int pressedX = MouseX, pressedY = MouseY;
-    Window* window = CurrentWindow;
-    int released = TrackLeftButton([&] {
-        if (WindowOf(gadget) != window)
-            return;
-        List& list = ListOf(gadget);
-        bool moved = std::abs(MouseX - pressedX) > DragThreshold || std::abs(MouseY - pressedY) > DragThreshold;
+  protected:
+    bool Step() override {
+        if (WindowOf(Source) != CurrentWindow)
+            return false;
+        List& list = ListOf(Source);
+        bool moved = std::abs(MouseX - PressedX) > DragThreshold || std::abs(MouseY - PressedY) > DragThreshold;
         if (list.DropBefore < 0 && !moved)
+            return false;
+        ScrollOn();
+        int drop = DropAtPointer(Source, Row);
+        return std::exchange(list.DropBefore, drop) != drop;
+    }
+
+    /// The list scrolls while the row is held beyond its edge.
+    bool Animated() const override { return true; }
+
+    bool Cancel() override {
+        Ended();
+        return true;
+    }
+
+    void Commit() override {
+        int before = Ended();
+        if (before >= 0 && before != Row && before != Row + 1)
+            CallOwner(Source, [&] { ListOf(Source).Spec.Move(Dragged, before); });
+    }
+
+  private:
+    void ScrollOn() {
+        const ScrollWindow& s = ScrollOf(Source);
+        int above = MouseY - (s.InnerY + s.InnerH), below = s.InnerY - MouseY;
+        long now = ClockTicks();
+        if (std::exchange(LastScroll, now) == now)
             return;
-        ScrollTowardsPointer(gadget);
-        int drop = DropAtPointer(gadget, row);
-        if (drop != list.DropBefore) {
-            list.DropBefore = drop;
-            RedrawCurrentWindow();
-        }
-    });
-    if (WindowOf(gadget) != window)
-        return;
-    List& list = ListOf(gadget);
-    int before = list.DropBefore;
-    list.DropBefore = -1;
-    if (before < 0)
-        return;
-    DirtyCurrentWindow();
-    if (released && before != row && before != row + 1)
-        CallOwner(gadget, [&] { list.Spec.Move(dragged, before); });
-}
+        int step = ListOf(Source).Form->Height;
+        if (above > 0)
+            ScrollYTo(Source, s.VOffset - std::min(above, step));
+        else if (below > 0)
+            ScrollYTo(Source, s.VOffset + std::min(below, step));
+    }
+
+    /// Where the row was to go; -1: nowhere, or the list is gone.
+    int Ended() {
+        if (WindowOf(Source) != CurrentWindow)
+            return -1;
+        DirtyCurrentWindow();
+        return std::exchange(ListOf(Source).DropBefore, -1);
+    }
+
+    Gadget* const Source;
+    const int Row, PressedX, PressedY;
+    const ListRow Dragged;
+    long LastScroll = 0;
+};
 
 /// Whether this press is the second of a double click on the row.
 bool IsDoubleClick(List& list, int row) {
@@ -312,7 +339,7 @@ void ClickRow(Gadget* gadget, int row) {
     bool remains = opens ? Call(gadget, list.Spec.Open, row) : ChooseRow(gadget, row, true);
     if (!remains || opens || !ListOf(gadget).Spec.Move)
         return;
-    DragRow(gadget, row);
+    RowDrag(gadget, row).Run();
 }
 
 int ClickList(Gadget* gadget) {
