@@ -105,7 +105,7 @@ TEST_F(ListGadgets, AnswersClicksAndKeys) {
         {"wait 120\ntype x\nkey Insert", {}},
         {"key Home\ndrag left item:arch item:bell", {"choose arch", "choose arch", "move arch 3"}},
         {"drag left item:barn item:arch", {"choose barn", "move barn 0"}},
-        {"move item:barn\npress left\nmove item:arch\nkey Escape\nrelease left", {"choose barn"}},
+        {"wait 60\nmove item:barn\npress left\nmove item:arch\nkey Escape\nrelease left", {"choose barn"}},
         {"drag left item:arch item:arch", {"choose arch"}},
     };
     for (const Case& test : cases)
