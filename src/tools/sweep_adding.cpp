@@ -14,6 +14,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
+#include <utility>
 
 namespace {
 
@@ -44,12 +46,26 @@ class RegionMaker {
             ++rowsEnd;
         while (columnsEnd <= ColumnsOf(Swept) && !(CellOf(Swept, firstRow, columnsEnd).Crease & PathCrease))
             ++columnsEnd;
-        const int front = ++LastGroup, back = Swept.DoubleSided ? ++LastGroup : 0;
+        const int front = GroupOf(firstRow, rowsEnd, firstColumn, columnsEnd), back = front + 1;
         for (int row = firstRow; row < rowsEnd; ++row)
             for (int column = firstColumn; column < columnsEnd; ++column) {
                 CellOf(Swept, row, column).Done = 1;
                 MakePolygon(row, column, front, back);
             }
+    }
+
+    /// The light group of a region, for the backs of its polygons the next one. A region that goes on where a closed
+    /// curve begins is lit together with the one there.
+    int GroupOf(int firstRow, int rowsEnd, int firstColumn, int columnsEnd) {
+        const bool aroundProfile =
+            Swept.Profile.Closed && rowsEnd > RowsOf(Swept) && !(CellOf(Swept, 1, firstColumn).Crease & ProfileCrease);
+        const bool aroundPath =
+            PathIsClosed(Swept) && columnsEnd > ColumnsOf(Swept) && !(CellOf(Swept, firstRow, 1).Crease & PathCrease);
+        const auto [group, isNew] =
+            Groups.try_emplace({aroundProfile ? 1 : firstRow, aroundPath ? 1 : firstColumn}, LastGroup + 1);
+        if (isNew)
+            LastGroup += 2;
+        return group->second;
     }
 
     void MakePolygon(int row, int column, int front, int back) const {
@@ -85,6 +101,7 @@ class RegionMaker {
     const Matrix* const Placement;
     const bool Textured;
     int LastGroup = 0;
+    std::map<std::pair<int, int>, int> Groups; // by the first row and column of their region
 };
 
 void AddCaps(Sweep& sweep, const Matrix* matrix) {

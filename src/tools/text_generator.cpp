@@ -120,6 +120,8 @@ void DrawTextPreview(int innerX, int innerY, int innerW, int innerH, int hOffset
             x = end;
         }
         gl::backface(false);
+        if (!LoadedFont)
+            FontOf(true).Draw(innerX + Margin, innerY + Baseline, "There is no such font in the installation", DimGrey);
     }
     PopScrmask();
 }

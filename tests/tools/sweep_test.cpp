@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <random>
+#include <set>
 
 namespace {
 
@@ -170,6 +171,21 @@ TEST_F(Sweeps, DoubleSidedOnesAreNotReversed) {
     EXPECT_NEAR(both.Volume(), 0, 1e-9);
     Undo();
     EXPECT_EQ(FirstPolygon(), nullptr);
+}
+
+TEST_F(Sweeps, AreLitTogetherWhereClosedCurvesBegin) {
+    // A ring whose path and profile begin in the middle of a smooth stretch, with two sharp corners each elsewhere.
+    Fill(Swept.Path, {{0, 0}, {10, 0}, {20, 8}, {10, 16}, {0, 16}, {-40, 8}}, true);
+    Fill(Swept.Profile, {{0, 1}, {1, 0.5}, {1, -0.5}, {-4, 0}, {-0.5, 0.9}}, true);
+    CurrentLighting = LightingSmooth;
+    const Surface ring = Added();
+    EXPECT_TRUE(ring.IsManifold());
+    std::set<int> groups;
+    for (const Polygon* polygon : EveryPolygon(CurrentObject()))
+        groups.insert(polygon->LightGroup);
+    EXPECT_EQ(groups.size(), 2u * 2u);
+    for (const Vertex* vertex : EveryVertex(CurrentObject()))
+        EXPECT_EQ(vertex->Uses, 4);
 }
 
 TEST_F(Sweeps, TexturesFollowTheProfileAndThePath) {
