@@ -125,7 +125,7 @@ void SphereToolItems() {
     AddBarText(BarText);
     AddIncDec(GooeyRight, BarIncDecY, depthWidth, 0, nullptr, ChangeSphereSides, &NewSphereDepth);
     const int left = GooeyRight;
-    PolygonCount = AddText(left, BarTextY, PolygonCountText(), 0);
+    PolygonCount = AddText(left, BarTextY - 2, PolygonCountText(), 0);
     GooeyRight = left + FontOf(true).Width("= 000000 polygons") + gap;
     if (TextureAvailable)
         AddCheckBox(GooeyRight, BarCheckY, 0, CheckSmallFont, 0, msg(TextureText), ChangeSphereTexture,

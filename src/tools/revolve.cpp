@@ -33,6 +33,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 
 // It lives until the end of the program, which comes after that of the graphics layer.
@@ -83,7 +84,7 @@ void MarkDirty() {
 }
 
 const ProfileEditor Editor = {&RevolveSweep, &Shown, EditorPlace, ShowRevolve,
-                              "Click to draw the profile beside its axis"};
+                              "Click to draw the profile, from the top down"};
 const SweepOptions Options = {&RevolveSweep, &Revolve, MarkDirty, &Shown.Snap, StretchLabel, 1};
 
 void ResetPreview() {
@@ -122,8 +123,28 @@ void DrawPreview(Gadget*) {
 
 void TurnPreview() {
     const GadgetBox box = PreviewPlace();
-    ManipulateMatrix(PreviewMatrix, box, ResetPreview, ShowRevolve);
+    if (MouseInGadgetBox(box))
+        ManipulateMatrix(PreviewMatrix, box, ResetPreview, ShowRevolve);
 }
+
+/// Brings the solid nearer, or takes it away.
+int TurnPreviewWheel(Gadget*, int, int turnY) {
+    constexpr double notchFactor = 1.2;
+    if (!MouseInGadgetBox(PreviewPlace()))
+        return 0;
+    double& distance = PreviewMatrix[3][1];
+    distance = std::clamp(distance * std::pow(notchFactor, -static_cast<double>(turnY) / gl::WHEELNOTCH),
+                          LeastPreviewDistance, Farthest);
+    MarkDirty();
+    return 1;
+}
+
+void DescribePreview(const Gadget*, GadgetDescription& description) {
+    description.Label = "Preview";
+    description.Box = PreviewPlace();
+}
+
+constexpr GadgetKind PreviewKind = {"custom", DescribePreview, TurnPreviewWheel, nullptr};
 
 // ---- What can be done
 
@@ -202,7 +223,7 @@ void BuildRevolve() {
     constexpr int sidesWidth = 100;
     AddBackdrop();
     AddProfileEditor(Editor);
-    AddGadget(DrawPreview, nullptr, 0);
+    AddGadget(DrawPreview, nullptr, 0)->Kind = &PreviewKind;
     int y = BandHeight - PullDownBarHeight - SweepOptionRow;
     AddSquareOptions(Options, Margin, y);
     if (TextureAvailable)
