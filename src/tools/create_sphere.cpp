@@ -121,7 +121,7 @@ void ChangeSphereTexture(GadgetArg) {
 }
 
 void SphereToolItems() {
-    constexpr int depthWidth = 90, gap = 8;
+    constexpr int depthWidth = 76, gap = 4;
     AddBarText(BarText);
     AddIncDec(GooeyRight, BarIncDecY, depthWidth, 0, nullptr, ChangeSphereSides, &NewSphereDepth);
     const int left = GooeyRight;
