@@ -19,6 +19,8 @@ if(CMAKE_BUILD_TYPE STREQUAL "Sanitized")
   target_compile_options(kirvo_options INTERFACE ${kirvo_sanitizers}
                                                  $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(kirvo_options INTERFACE ${kirvo_sanitizers})
+  add_library(kirvo_sanitizer_options OBJECT "${CMAKE_SOURCE_DIR}/cmake/sanitizer_options.cpp")
+  target_sources(kirvo_options INTERFACE $<TARGET_OBJECTS:kirvo_sanitizer_options>)
 endif()
 if(KIRVO_FUZZ)
   target_compile_options(kirvo_options INTERFACE -fsanitize=fuzzer-no-link)

@@ -4,14 +4,22 @@
 
 #include "store/store_checker.h"
 
+#include "base/directories.h"
+#include "files/file_commands.h"
+#include "files/file_errors.h"
+#include "files/writer.h"
 #include "gooey/program_windows.h"
+#include "gooey/redraw.h"
 #include "gooey/report.h"
 #include "gooey/window.h"
 #include "interaction/modes.h"
+#include "interaction/selection_sets.h"
 #include "platform/events.h"
 #include "platform/frame_drag.h"
 #include "platform/screen_windows.h"
 #include "platform/scripts.h"
+#include "platform/snapshots.h"
+#include "store/appearance.h"
 #include "store/clean_up.h"
 #include "store/integrity.h"
 #include "store/storage.h"
@@ -19,6 +27,8 @@
 #include "views/tool_bar.h"
 #include "views/viewports.h"
 
+#include <fstream>
+#include <iterator>
 #include <string>
 
 namespace {
@@ -196,6 +206,68 @@ ScriptResult LeaveHalfway(ScriptCall& call) {
     return call.Stage == 1 ? ScriptResult::Done : Unchanged(call);
 }
 
+/// A picture that is not as expected is kept where the failing test's files are.
+ScriptResult Compare(ScriptCall& call, const gl::Picture& expected, const gl::Picture& shown, const char* reason) {
+    gl::Picture difference;
+    const long pixels = gl::DifferingPixels(expected, shown, 0, &difference);
+    if (!pixels)
+        return ScriptResult::Done;
+    std::string error;
+    gl::WritePng(expected, "expected.png", error);
+    gl::WritePng(shown, "shown.png", error);
+    gl::WritePng(difference, "difference.png", error);
+    return Refuse(call, std::to_string(pixels) + reason);
+}
+
+ScriptResult IsDrawn(ScriptCall& call) {
+    static gl::Picture shown;
+    if (call.Stage == 0) {
+        shown = gl::ScreenPicture();
+        EveryAppearanceChanged();
+        DirtyAllWindows();
+        return ScriptResult::Again;
+    }
+    return Compare(call, gl::ScreenPicture(), shown, " pixels were out of date");
+}
+
+std::string ContentsOf(const char* file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// Shows a model file, as it is opened by hand.
+bool Open(const char* file) {
+    DoFileOp(0, FilePath, file);
+    return !FileError;
+}
+
+ScriptResult OpenFile(ScriptCall& call) {
+    // The first stage may be called again while the file is being read.
+    if (call.Stage == 0)
+        return ScriptResult::Again;
+    return Open(call.Words.at(1).c_str()) ? ScriptResult::Done : Refuse(call, "the file cannot be read");
+}
+
+ScriptResult Reopen(ScriptCall& call) {
+    constexpr char saved[] = "saved.kirvo", again[] = "again.kirvo";
+    static gl::Picture shown;
+    if (call.Stage == 0) {
+        DeselectEverything();
+        DirtyAllWindows();
+        return ScriptResult::Again;
+    }
+    if (call.Stage == 1) {
+        shown = gl::WindowPicture(Viewport[0]->Gid);
+        // Vertices at one place become one by opening: the second save is the first that must stay.
+        if (!WriteKirvo(saved) || !Open(saved) || !WriteKirvo(saved) || !Open(saved) || !WriteKirvo(again))
+            return Refuse(call, "the model cannot be saved and opened");
+        if (ContentsOf(saved) != ContentsOf(again))
+            return Refuse(call, "a file that is opened and saved has changed");
+        return ScriptResult::Again;
+    }
+    return Compare(call, shown, gl::WindowPicture(Viewport[0]->Gid), " pixels differ after saving and opening");
+}
+
 } // namespace
 
 std::string ModelProblems() {
@@ -228,4 +300,7 @@ void InstallDriverCommands() {
     gl::AddScriptCommand("unchanged", Unchanged);
     gl::AddScriptCommand("undo", UndoAndRedo);
     gl::AddScriptCommand("halfway", LeaveHalfway);
+    gl::AddScriptCommand("drawn", IsDrawn);
+    gl::AddScriptCommand("open", OpenFile);
+    gl::AddScriptCommand("reopen", Reopen);
 }

@@ -17,6 +17,9 @@ struct Window;
 //                    time
 //   halfway          uses the tool that runs, if any, without finishing, and cancels it: the model must be as
 //                    remembered
+//   drawn            what is shown is what is shown after everything has been drawn anew
+//   open FILE        shows a model file
+//   reopen           saves the model, opens it and saves it again: both files are the same, and so is the large view
 void InstallDriverCommands();
 
 /// What is wrong with the model; "" when every rule of the store holds.

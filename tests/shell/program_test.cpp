@@ -29,8 +29,7 @@ class Program : public testing::Test {
         start.Environment = {{"HOME", home},
                              {"KIRVO_DISPLAY", "headless:800x600"},
                              {"KIRVO_SCRIPT", place.Path() / "quit"},
-                             {"LIBGL_ALWAYS_SOFTWARE", "1"},
-                             {"LP_NUM_THREADS", "0"}};
+                             {"LIBGL_ALWAYS_SOFTWARE", "1"}};
     }
 
     static fs::path Install(const fs::path& directory) {
@@ -162,7 +161,7 @@ TEST_F(Program, LeavesAPictureWhereThereIsNoDisplay) {
     fs::create_directory(place.Path() / "here");
     start.Program = "/bin/bash";
     start.Directory = place.Path() / "here";
-    start.Environment = {{"HOME", home}, {"PATH", std::getenv("PATH")}, {"LP_NUM_THREADS", "0"}};
+    start.Environment = {{"HOME", home}, {"PATH", std::getenv("PATH")}};
     const std::string picture = start.Directory / "kirvo.png";
     for (const std::string model : {"", KIRVO_SOURCE_DIR "/tests/models/box.kirvo"}) {
         start.Arguments = {KIRVO_SOURCE_DIR "/scripts/start", installed};

@@ -69,7 +69,7 @@ ProgramEnd PlayedProgram::PlayFile(const fs::path& script, const std::string& mo
     start.Directory = Directory();
     start.KillAfter = KillAfter;
     start.Environment = {{"HOME", Home()}, {"KIRVO_DISPLAY", Display}, {"KIRVO_SCRIPT", script}};
-    for (const char* passedOn : {"LIBGL_ALWAYS_SOFTWARE", "LP_NUM_THREADS", "ASAN_OPTIONS", "PATH"})
+    for (const char* passedOn : {"LIBGL_ALWAYS_SOFTWARE", "ASAN_OPTIONS", "PATH"})
         if (const char* value = std::getenv(passedOn))
             start.Environment.emplace_back(passedOn, value);
     start.Environment.insert(start.Environment.end(), Environment.begin(), Environment.end());
