@@ -10,7 +10,7 @@
 
 // The sanitizer's allocator must refuse a request for too much, as the system's does, instead of ending the test.
 extern "C" const char* __asan_default_options() {
-    return "allocator_may_return_null=1";
+    return "allocator_may_return_null=1:intercept_tls_get_addr=0";
 }
 
 namespace {
