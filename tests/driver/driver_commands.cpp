@@ -225,6 +225,7 @@ ScriptResult IsDrawn(ScriptCall& call) {
         shown = gl::ScreenPicture();
         EveryAppearanceChanged();
         DirtyAllWindows();
+        RedrawDirtyWindows();
         return ScriptResult::Again;
     }
     return Compare(call, gl::ScreenPicture(), shown, " pixels were out of date");
@@ -254,6 +255,7 @@ ScriptResult Reopen(ScriptCall& call) {
     if (call.Stage == 0) {
         DeselectEverything();
         DirtyAllWindows();
+        RedrawDirtyWindows();
         return ScriptResult::Again;
     }
     if (call.Stage == 1) {
