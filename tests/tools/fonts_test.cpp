@@ -116,6 +116,18 @@ TEST_F(Fonts, SolidLettersHaveWalls) {
         EXPECT_FLOAT_EQ(polygon->Normal[2], 1);
 }
 
+TEST_F(Fonts, LongTextsAndStrangeCharactersDoNoHarm) {
+    const std::unique_ptr<Font> font = FontOfSquares();
+    const std::string text(999, 'A'), strange = "\x01\x7E\x80\xFF";
+    AddTextToModel(*font, text.c_str(), true, IdentityMatrix);
+    CleanUpObject();
+    EXPECT_EQ(SurfaceOfModel().Faces, 999 * 8);
+    EXPECT_NEAR(ObjectMax()[0] - ObjectMin()[0], 998 * 1.5 + 1, 1e-3);
+    SetUp();
+    AddTextToModel(*font, strange.c_str(), true, IdentityMatrix);
+    EXPECT_EQ(FirstPolygon(), nullptr);
+}
+
 const char* const FontNames[] = {"Times",           "TimesBold",     "TimesItalic",     "TimesBoldItalic",
                                  "Helvetica",       "HelveticaBold", "HelveticaItalic", "HelveticaBoldItalic",
                                  "Courier",         "CourierBold",   "CourierItalic",   "CourierBoldItalic",
