@@ -111,9 +111,9 @@ const char* PolygonCountText() {
 void ChangeSphereSides(GadgetArg, int) {
     NewSphereDepth = std::clamp(NewSphereDepth, LeastSphereDepth, MostSphereDepth);
     SetText(PolygonCount, PolygonCountText());
-    DirtyWindow(MainWindow);
+    RedrawWindow(MainWindow); // while the button is held
     if (SolidRadius != 0)
-        DirtyModelWindows();
+        RedrawModelWindowsBeside();
 }
 
 void ChangeSphereTexture(GadgetArg) {

@@ -85,7 +85,7 @@ void MarkDirty() {
 
 const ProfileEditor Editor = {&RevolveSweep, &Shown, EditorPlace, ShowRevolve,
                               "Click to draw the profile, from the top down"};
-const SweepOptions Options = {&RevolveSweep, &Revolve, MarkDirty, &Shown.Snap, StretchLabel, 1};
+const SweepOptions Options = {&RevolveSweep, &Revolve, ShowRevolve, &Shown.Snap, StretchLabel, 1};
 
 void ResetPreview() {
     MultMatrix(PitchMatrix(FirstPitch), TranslationMatrix(0, FirstDistance, 0), PreviewMatrix);
@@ -215,7 +215,7 @@ void Choose(int item) {
 void ChangeSides(GadgetArg, int) {
     RevolveSweep.Sides = std::clamp(RevolveSweep.Sides, LeastRevolveSides, MostRevolveSides);
     SweepChanged(RevolveSweep);
-    MarkDirty();
+    ShowRevolve(); // while the button is held
 }
 
 void BuildRevolve() {

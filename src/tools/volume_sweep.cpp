@@ -74,12 +74,12 @@ GadgetBox EditorPlace() {
 void ShowSweep() {
     if (Sweeper)
         DirtyWindow(Sweeper);
-    DirtyModelWindows();
+    RedrawModelWindowsBeside();
 }
 
 void ProfileChanged() {
     RedrawWindow(Sweeper);
-    DirtyModelWindows();
+    RedrawModelWindowsBeside();
 }
 
 const ProfileEditor Editor = {&VolumeSweep, &Shown, EditorPlace, ProfileChanged,

@@ -273,6 +273,13 @@ void RedrawModelWindows() {
         RedrawWindow(window);
 }
 
+void RedrawModelWindowsBeside() {
+    for (Window* window : Viewport)
+        if (!FastUpdates || window == Viewport[0])
+            RedrawWindow(window);
+    DirtyModelWindows();
+}
+
 void ConfigureBuffers() {
     const auto configure = [](Window* window) {
         if (!window)

@@ -61,6 +61,9 @@ void ValidateView(int number);
 void DirtyModelWindows();
 /// At once, during a drag; with FastUpdates the current window only.
 void RedrawModelWindows();
+/// At once, during a drag in another window; with FastUpdates the large viewport only, the others at the end of this
+/// pass.
+void RedrawModelWindowsBeside();
 /// Buffers as SingleWhenStill wants them.
 void ConfigureBuffers();
 
