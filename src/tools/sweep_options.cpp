@@ -38,11 +38,11 @@ std::map<Window**, FactorInputs>& Known() {
     return known;
 }
 
-const SweepOptions& OptionsOfWindow() {
-    for (const auto& [handle, inputs] : Known())
+FactorInputs& InputsOfWindow() {
+    for (auto& [handle, inputs] : Known())
         if (*handle == CurrentWindow)
-            return *inputs.Options;
-    return *Known().begin()->second.Options; // never: the panel is in one of them
+            return inputs;
+    return Known().begin()->second; // never: the panel is in one of them
 }
 
 void TellChange(const SweepOptions& options) {
@@ -82,15 +82,16 @@ float& Factor(const SweepOptions& options, int number) {
 
 const char* FactorText(int number) {
     static char text[32];
-    const SweepOptions& options = OptionsOfWindow();
+    const SweepOptions& options = *InputsOfWindow().Options;
     std::snprintf(text, sizeof text, "%.*f", options.Decimals, static_cast<double>(Factor(options, number)));
     return text;
 }
 
 bool ApplyFactor(int number, double value) {
-    const SweepOptions& options = OptionsOfWindow();
-    Factor(options, number) = std::max(static_cast<float>(value), LeastFactor);
-    TellChange(options);
+    FactorInputs& inputs = InputsOfWindow();
+    Factor(*inputs.Options, number) = std::max(static_cast<float>(value), LeastFactor);
+    TellChange(*inputs.Options);
+    ShowNumber(inputs.Fields, number, true);
     return true;
 }
 
