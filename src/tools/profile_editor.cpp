@@ -175,12 +175,12 @@ void DescribeEditor(const Gadget* gadget, GadgetDescription& description) {
     description.Box = editor.Place();
     const Mapping map(editor);
     int number = 0;
-    ScanElist(editor.Swept->Profile, [&](const double* p, bool) {
+    ScanElist(editor.Swept->Profile, [&](const double* p, bool isCurrent) {
         const int x = static_cast<int>(std::lround(map.X(p[0]))), y = static_cast<int>(std::lround(map.Y(p[1])));
         const std::string label = "point " + std::to_string(number++);
         constexpr int half = 3;
         if (map.Holds(x, y))
-            description.Items.push_back({label, {x - half, y - half, 2 * half + 1, 2 * half + 1}});
+            description.Items.push_back({label, {x - half, y - half, 2 * half + 1, 2 * half + 1}, isCurrent});
     });
 }
 
