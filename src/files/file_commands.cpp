@@ -292,3 +292,10 @@ int LoadModelFile(const char* path) {
         PutDefaultsInPlace();
     return 0;
 }
+
+int LoadImportedModel(const char* path) {
+    const int read = LoadModelFile(path);
+    struct stat status;
+    NameIsOfUnreadFile = read && stat(CurrentPath().c_str(), &status) == 0;
+    return read;
+}

@@ -32,5 +32,9 @@ void DoFileOp(int mode, const char* directory, const char* name);
 /// model gets the default materials and textures, and start-up is over. 1 on success.
 int LoadModelFile(const char* path);
 
+/// LoadModelFile for a model that was made of another program's file, under the name FileName that no saving has given
+/// it yet: a file of that name is not replaced without a question.
+int LoadImportedModel(const char* path);
+
 /// 1 when FileName stands for no file: a new model's.
 int ModelIsUnnamed();

@@ -24,15 +24,21 @@ constexpr int BarHeight = 19;
 
 long Started, LastLook;
 bool BarIsShown = false;
+bool WorkIsShown = false;
 
-void DrawBar(double part) {
+// A negative part: how far it is is not known.
+void DrawBar(double part, const char* what) {
     const WindowScope scope(MainWindow);
     const FrontBufferScope front;
     DrawStatus("", nullptr);
     SetColour(BarColour);
-    DrawBox(1, 1, static_cast<int>(part * (CurrentWindow->Width - 2)), BarHeight, ShadeFull);
-    char text[64];
-    std::snprintf(text, sizeof text, "Loading... %d%%   <ESC>=Cancel", static_cast<int>(part * 100));
+    if (part > 0)
+        DrawBox(1, 1, static_cast<int>(part * (CurrentWindow->Width - 2)), BarHeight, ShadeFull);
+    char text[256];
+    if (part < 0)
+        std::snprintf(text, sizeof text, "%.200s   <ESC>=Cancel", what);
+    else
+        std::snprintf(text, sizeof text, "%.200s %d%%   <ESC>=Cancel", what, static_cast<int>(part * 100));
     gl::cpack(Black);
     gl::font(0);
     gl::cmov2i(6, 6);
@@ -51,6 +57,19 @@ void End() {
     BarIsShown = false;
 }
 
+// Lets the program breathe, shows the bar when it is time, and says whether the user cancels.
+template <class Part>
+int Look(const char* what, Part part) {
+    gl::BreatheAtWork();
+    const long now = ClockTicks();
+    if (now < LastLook + TicksBetweenLooks)
+        return 0;
+    LastLook = now;
+    if (now >= Started + Moment)
+        DrawBar(part(), what);
+    return TakeWaitingKey(EscapeCharacter);
+}
+
 } // namespace
 
 int ShowReadingProgress(double part) {
@@ -64,12 +83,22 @@ int ShowReadingProgress(double part) {
         End();
         return 0;
     }
-    gl::BreatheAtWork();
-    const long now = ClockTicks();
-    if (now < LastLook + TicksBetweenLooks)
+    return Look("Loading...", [part] { return part; });
+}
+
+int ShowWorkProgress(const char* text, double seconds, double (*part)()) {
+    if (!MainWindow)
         return 0;
-    LastLook = now;
-    if (now >= Started + Moment)
-        DrawBar(part);
-    return TakeWaitingKey(EscapeCharacter);
+    if (!WorkIsShown)
+        Begin();
+    WorkIsShown = true;
+    char timed[256];
+    std::snprintf(timed, sizeof timed, "%.200s %d s", text, static_cast<int>(seconds));
+    return Look(seconds < 2 ? text : timed, part);
+}
+
+void EndWorkProgress() {
+    if (WorkIsShown)
+        End();
+    WorkIsShown = false;
 }

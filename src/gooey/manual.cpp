@@ -7,6 +7,7 @@
 #include "gooey/messages.h"
 
 #include "base/directories.h"
+#include "base/trusted_places.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -71,7 +72,8 @@ void OpenManual(const char* page) {
         TellUserS(("The manual page \"" + name + "\" could not be found.").c_str());
         return;
     }
-    if (!HasDesktop() || !StartOpener(name))
+    // A page of a folder that anybody may have filled is not for a browser.
+    if (!HasDesktop() || !InstallationIsTrusted() || !StartOpener(name))
         ShowManualPage(name);
 }
 

@@ -1,5 +1,6 @@
 #include "shell/slots.h"
 
+#include "files/conversions.h"
 #include "files/file_information.h"
 #include "files/file_slots.h"
 #include "files/loading_bar.h"
@@ -12,8 +13,10 @@
 #include "materials/default_materials.h"
 #include "materials/material_definitions.h"
 #include "platform/textures.h"
+#include "shell/commands.h"
 #include "shell/defaults.h"
 #include "shell/interaction_slots.h"
+#include "shell/menus.h"
 #include "shell/tool_windows.h"
 #include "store/accessors.h"
 #include "store/scene.h"
@@ -75,6 +78,9 @@ void FillFileSlots() {
     TheFileSlots.WriteDefaults = WriteDefaults;
     TheTabletSlots.WriteDefaults = WriteDefaults;
     TheFileSlots.ReadingProgress = ShowReadingProgress;
+    TheMenuSlots.MakeImportMenu = MakeImportMenu;
+    TheMenuSlots.MakeExportMenu = MakeExportMenu;
+    TheCommandSlots.DoFileConversion = DoFileConversion;
 }
 
 } // namespace

@@ -10,6 +10,8 @@
 #include "base/exit.h"
 #include "base/memory.h"
 #include "files/checkpoints.h"
+#include "files/conversions.h"
+#include "files/converters.h"
 #include "files/file_commands.h"
 #include "files/file_errors.h"
 #include "gooey/event_loop.h"
@@ -127,6 +129,7 @@ void ReleaseModels() {
     WriteDefaults();
     DeleteCheckpoint();
     EndToolkit();
+    EndConversions();
     if (DeveloperBuild)
         ReleaseModels();
     KillProgram(NormalEnd);
@@ -142,6 +145,7 @@ void RunKirvo(int argumentCount, char* const arguments[]) {
     ReadDefaults(argumentCount > 0 ? arguments[0] : "Kirvo");
     UseInstalledFont();
     FillSlots();
+    FindConverters();
     InitialiseStorage();
     OpenScreen();
     TakeFirstModel(argumentCount, arguments);
