@@ -155,8 +155,8 @@ void EndConversions() {
 
 void DoFileConversion(int item) {
     const bool imports = item < FirstExportItem;
-    const Converter* converter = imports ? ConverterAt(ImportList, item - FirstImportItem)
-                                         : ConverterAt(ExportList, item - FirstExportItem);
+    const Converter* converter =
+        imports ? ConverterAt(ImportList, item - FirstImportItem) : ConverterAt(ExportList, item - FirstExportItem);
     if (!converter)
         return;
     Chosen = converter;

@@ -14,8 +14,8 @@
 #include <poll.h>
 #include <spawn.h>
 #include <string_view>
-#include <sys/pidfd.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -176,7 +176,7 @@ ConverterEnd RunConverter(const ConverterStart& start, const ConverterFolder& fo
     end.NotStarted = SpawnProgramOrScript(process, start, folder);
     if (end.NotStarted)
         return end;
-    const int descriptor = pidfd_open(process, 0);
+    const int descriptor = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
     const Clock::time_point began = Clock::now();
     while (!HasEnded(process, end)) {
         WaitAMoment(descriptor);
@@ -200,6 +200,6 @@ std::string ConvertFile(const std::string& program, const std::string& from, con
     const ConverterEnd end = RunConverter({program, {from, to}, modelDirectory, 0}, folder, nullptr);
     const std::string why = WhyItFailed(end, folder.ErrorFile());
     if (why.empty() && !fs::exists(to))
-        return "the converter has made no file";
+        return NothingMade;
     return why;
 }

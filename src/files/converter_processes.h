@@ -5,9 +5,9 @@
 
 // Running converters: programs of their own, without a shell, so that no file name means anything but itself.
 
-/// The folder that the temporary files of conversions lie in, for the length of a scope: one that nobody else can enter,
-/// removed at the end with all that is in it. Where TMPDIR is "/usr/tmp" it is that directory, which programs of old
-/// write to; only the files named here are then removed.
+/// The folder that the temporary files of conversions lie in, for the length of a scope: one that nobody else can
+/// enter, removed at the end with all that is in it. Where TMPDIR is "/usr/tmp" it is that directory, which programs of
+/// old write to; only the files named here are then removed.
 class ConverterFolder {
   public:
     ConverterFolder();
@@ -23,12 +23,15 @@ class ConverterFolder {
     const std::string& Prefix() const { return Beginning; }
 
     std::string AnswerFile() const { return Beginning + "_init"; }
+
     std::string ErrorFile() const { return Beginning + "_error"; }
+
     /// Where our own converters write how far they are: a number from 0 to 100.
     std::string ProgressFile() const { return Beginning + "_progress"; }
 
     /// Names of no files, "_import" or "_export" and six characters behind the prefix.
     std::string NewImportFile() { return NewName("_import"); }
+
     std::string NewExportFile() { return NewName("_export"); }
 
   private:
@@ -62,6 +65,9 @@ struct ConverterStart {
 /// Runs a converter and waits for its end; `step` (may be null) is called some hundred times a second meanwhile with
 /// the seconds since the start. Non-zero cancels: the converter and what it has started are killed.
 ConverterEnd RunConverter(const ConverterStart& start, const ConverterFolder& folder, int (*step)(double seconds));
+
+/// What ConvertFile says of a converter that ended well and left no file.
+inline constexpr char NothingMade[] = "the converter has made no file";
 
 /// Imports or exports without showing anything: `from` and `to` are full paths, one of them a model file. Gives a line
 /// that says why it failed, nothing on success.

@@ -8,6 +8,7 @@
 #include "files/inspection_report.h"
 #include "files/reader.h"
 #include "files/upgrade.h"
+#include "kirvo_file/convert.h"
 #include "kirvo_file/png_output.h"
 #include "store/storage.h"
 #include "textures/image_file.h"
@@ -28,11 +29,15 @@ constexpr char Usage[] = "Usage: kirvo-file COMMAND [OPTION]... FILE...\n"
                          "  check FILE         tells every problem of a model or an image\n"
                          "  upgrade IN OUT     writes a model of any version as one of the current version\n"
                          "  image IN OUT.png   writes a texture image as a PNG file\n"
+                         "  convert IN OUT     imports or exports, by the extensions; convert --list tells which\n"
                          "  font IN OUT        makes a font for texts of a TrueType, OpenType or Type 1 font\n"
                          "\n"
                          "  --json             info, check: answer in JSON\n"
                          "  --textures DIR     a further directory where a model's images are looked for\n"
                          "  --force            upgrade: also when that loses data of a newer version\n"
+                         "  --level N          convert: only that level of detail, 0 being the nearest\n"
+                         "  --object NAME      convert: only that object\n"
+                         "  --as LABEL         convert: by the converter of that label\n"
                          "  --help             this text\n"
                          "\n"
                          "The exit status is 0 when all is well, 1 when a file cannot be read or written or has\n"
@@ -219,6 +224,8 @@ KirvoFileStatus RunKirvoFile(const std::vector<std::string>& arguments, std::FIL
         std::fputs(Usage, stderr);
         return BadUsage;
     }
+    if (arguments[0] == "convert")
+        return RunConvert({arguments.begin() + 1, arguments.end()}, answer);
     const Command* command = FindCommand(arguments[0]);
     if (!command)
         return MisusedBecause("there is no command " + arguments[0]);

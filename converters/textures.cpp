@@ -1,0 +1,137 @@
+#include "textures.h"
+
+#include "base/memory.h"
+#include "kirvo_file/png_output.h"
+#include "textures/image_file.h"
+
+#include <assimp/texture.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <set>
+#include <strings.h>
+
+namespace converters {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string BytesOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool IsFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+// The file of that name in a directory, whatever its case.
+fs::path Matching(const fs::path& directory, const std::string& name) {
+    if (IsFile(directory / name))
+        return directory / name;
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(directory, error))
+        if (strcasecmp(entry.path().filename().c_str(), name.c_str()) == 0 && IsFile(entry.path()))
+            return entry.path();
+    return {};
+}
+
+bool IsPng(const std::string& bytes) {
+    return bytes.starts_with("\x89PNG\r\n\x1A\n");
+}
+
+// Through a file that lies where nobody else can enter.
+std::string PngOf(const std::string& path) {
+    if (const std::string bytes = BytesOf(path); IsPng(bytes))
+        return bytes;
+    int width, height, channels;
+    std::uint8_t* pixels = ReadImage(path.c_str(), width, height, channels);
+    if (!pixels)
+        return "";
+    const char* prefix = std::getenv("KIRVO_TEMPORARY");
+    std::string bytes;
+    if (prefix && channels <= 4) {
+        const std::string file = std::string(prefix) + "_image.png";
+        if (WritePng(file, pixels, width, height, channels).empty())
+            bytes = BytesOf(file);
+        std::error_code ignored;
+        fs::remove(file, ignored);
+    }
+    Free(pixels);
+    return bytes;
+}
+
+} // namespace
+
+std::string FindImage(const std::string& named, const fs::path& directory, const fs::path& modelDirectory) {
+    std::string path = named;
+    std::replace(path.begin(), path.end(), '\\', '/');
+    if (path.empty() || path.find('\0') != std::string::npos)
+        return "";
+    const std::string name = fs::path(path).filename();
+    std::vector<fs::path> tried = {directory / path};
+    for (const fs::path& place : {directory, modelDirectory})
+        for (const char* below : {"", "textures", "Textures", "images", "maps", "../textures"})
+            tried.push_back(Matching(place / below, name));
+    for (const fs::path& candidate : tried)
+        if (!candidate.empty() && IsFile(candidate)) {
+            std::error_code error;
+            return fs::absolute(candidate, error).lexically_normal();
+        }
+    return "";
+}
+
+std::string KeepEmbeddedImage(const aiTexture& image, const std::string& directory, const std::string& name) {
+    const fs::path folder = fs::path(directory) / "textures";
+    std::error_code error;
+    fs::create_directories(folder, error);
+    std::string path;
+    if (image.mHeight == 0) { // a whole file
+        const std::string bytes(reinterpret_cast<const char*>(image.pcData), image.mWidth);
+        const char* ending = IsPng(bytes) ? ".png" : bytes.starts_with("\xFF\xD8") ? ".jpg" : nullptr;
+        if (!ending)
+            return "";
+        path = folder / (name + ending);
+        std::ofstream file(path, std::ios::binary);
+        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        return file.flush() ? path : "";
+    }
+    // Pixels from the top, as the block of a texture has them from the bottom: alpha, blue, green, red.
+    std::vector<std::uint8_t> pixels;
+    for (unsigned y = image.mHeight; y-- > 0;)
+        for (unsigned x = 0; x < image.mWidth; ++x) {
+            const aiTexel& texel = image.pcData[static_cast<std::size_t>(y) * image.mWidth + x];
+            pixels.insert(pixels.end(), {texel.a, texel.b, texel.g, texel.r});
+        }
+    path = folder / (name + ".png");
+    return WritePng(path, pixels.data(), static_cast<int>(image.mWidth), static_cast<int>(image.mHeight), 4).empty()
+               ? path
+               : "";
+}
+
+std::vector<ExportedImage> ImagesOf(const Model& model, const std::string& directory) {
+    std::vector<ExportedImage> images;
+    std::set<std::string> taken;
+    for (const Texture& texture : model.Textures) {
+        ExportedImage image;
+        std::string path = FindImage(texture.Path, directory, model.Directory);
+        if (path.empty() && IsFile(texture.Path))
+            path = texture.Path;
+        if (!path.empty())
+            image.Bytes = PngOf(path);
+        if (!image.Bytes.empty()) {
+            const std::string stem = fs::path(path).stem();
+            image.Name = stem + ".png";
+            for (int number = 2; !taken.insert(image.Name).second; ++number)
+                image.Name = stem + "-" + std::to_string(number) + ".png";
+        }
+        images.push_back(image);
+    }
+    return images;
+}
+
+} // namespace converters
