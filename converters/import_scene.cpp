@@ -131,12 +131,14 @@ class Builder {
           Directory(std::move(directory)),
           To(model) {}
 
-    std::string Build(const ObjGroups& groups, const GltfNotes& notes) {
+    std::string Build(ObjGroups& groups, const GltfNotes& notes) {
         Groups = &groups;
         Notes = &notes;
         std::string extension = fs::path(File).extension();
         for (char& c : extension)
             c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        GroupsAreObjects = extension == ".ac";
+        NumbersParts = extension == ".gltf" || extension == ".glb";
         Stand = HasZUp(extension) ? Identity : StandUp;
         Place root = PlaceOf(Scene.mRootNode->mTransformation);
         // What was made with z up and laid down by the reader is left as it was made.
@@ -171,13 +173,27 @@ class Builder {
                                 ? Clean(name.C_Str())
                                 : "Material" + std::to_string(i + 1);
             SetColours(from, material);
-            To.Materials.push_back(material);
+            MaterialOf.push_back(NumberOf(material));
             TextureOf.push_back(AddTexture(from));
         }
         if (To.Materials.empty()) {
             To.Materials.push_back({.Name = "Grey", .Diffuse = {0.6F, 0.6F, 0.6F}});
+            MaterialOf.push_back(0);
             TextureOf.push_back(-1);
         }
+    }
+
+    // Some readers make a material of each mesh; those that are the same become one.
+    std::int32_t NumberOf(const Material& material) {
+        std::string key = material.Name + '\n';
+        for (const float* colour : {material.Ambient, material.Diffuse, material.Specular, material.Emission})
+            key.append(reinterpret_cast<const char*>(colour), 3 * sizeof(float));
+        key.append(reinterpret_cast<const char*>(&material.Shininess), sizeof(float));
+        key.append(reinterpret_cast<const char*>(&material.Alpha), sizeof(float));
+        const auto [found, isNew] = KnownMaterials.try_emplace(key, static_cast<std::int32_t>(To.Materials.size()));
+        if (isNew)
+            To.Materials.push_back(material);
+        return found->second;
     }
 
     static bool GetColour(const aiMaterial& from, const char* key, unsigned type, unsigned index, float (&to)[3]) {
@@ -225,7 +241,10 @@ class Builder {
         std::string found;
         if (const aiTexture* embedded = Scene.GetEmbeddedTexture(path.C_Str())) {
             const std::string name = fs::path(File).stem().string() + "_" + std::to_string(To.Textures.size() + 1);
-            found = KeepEmbeddedImage(*embedded, Directory, name);
+            const auto [kept, isNew] = Kept.try_emplace(embedded);
+            if (isNew)
+                kept->second = KeepEmbeddedImage(*embedded, Directory, name);
+            found = kept->second;
         } else {
             found = FindImage(path.C_Str(), fs::path(File).parent_path(), Directory);
         }
@@ -258,9 +277,9 @@ class Builder {
         std::vector<std::uint32_t> numbers(mesh.mNumVertices);
         for (unsigned i = 0; i < mesh.mNumVertices; ++i)
             numbers[i] = places.NumberOf(Position(mesh.mVertices[i]));
-        const auto material =
-            static_cast<std::int32_t>(std::min<std::size_t>(mesh.mMaterialIndex, To.Materials.size() - 1));
-        const int texture = TextureOf[static_cast<std::size_t>(material)];
+        const std::size_t look = std::min<std::size_t>(mesh.mMaterialIndex, MaterialOf.size() - 1);
+        const std::int32_t material = MaterialOf[look];
+        const int texture = TextureOf[look];
         object.Polygons.reserve(object.Polygons.size() + mesh.mNumFaces);
         object.Corners.reserve(object.Corners.size() + mesh.mNumFaces * std::size_t{4});
         const bool joins = Notes->JoinsFans;
@@ -358,8 +377,8 @@ class Builder {
         std::vector<std::size_t> order;
         const std::string stem = fs::path(File).stem();
         const auto add = [&](const aiNode& node, const auto& self) -> void {
+            const auto [objectName, groupName] = Groups->NamesOf(node.mName.C_Str(), stem);
             for (unsigned i = 0; i < node.mNumMeshes; ++i) {
-                const auto [objectName, groupName] = Groups->NamesOf(node.mName.C_Str(), stem);
                 auto found = objects.find(objectName);
                 if (found == objects.end()) {
                     found = objects.emplace(objectName, Pending.size()).first;
@@ -391,10 +410,39 @@ class Builder {
         std::string SubObject;
     };
 
+    // Meshes of a node that have names of their own are its parts; of one name they differ in their materials only.
+    std::string PartName(const aiNode& node, unsigned index) const {
+        const auto nameOf = [&](unsigned i) {
+            std::string name = Scene.mMeshes[node.mMeshes[i]]->mName.C_Str();
+            const std::size_t dash = name.rfind('-');
+            const bool numbered = NumbersParts && dash != std::string::npos &&
+                                  name.find_first_not_of("0123456789", dash + 1) == std::string::npos;
+            return numbered ? name.substr(0, dash) : name;
+        };
+        for (unsigned i = 0; i < node.mNumMeshes; ++i)
+            if (nameOf(i) != nameOf(index))
+                return nameOf(index);
+        return "";
+    }
+
+    // A group of nothing but meshes that are not placed by themselves.
+    bool IsGroupObject(const aiNode& node) const {
+        if (!GroupsAreObjects || node.mNumMeshes || node.mNumChildren == 0 || &node == Scene.mRootNode)
+            return false;
+        for (unsigned i = 0; i < node.mNumChildren; ++i)
+            if (node.mChildren[i]->mNumChildren || !node.mChildren[i]->mTransformation.IsIdentity())
+                return false;
+        return true;
+    }
+
     // The meshes of one level: of the node itself, and of the children that stand for its sub-objects.
     void CollectMeshes(const aiNode& node, std::vector<PartMesh>& meshes) const {
         for (unsigned i = 0; i < node.mNumMeshes; ++i)
-            meshes.push_back({node.mMeshes[i], ""});
+            meshes.push_back({node.mMeshes[i], PartName(node, i)});
+        if (IsGroupObject(node))
+            for (unsigned i = 0; i < node.mNumChildren; ++i)
+                for (unsigned k = 0; k < node.mChildren[i]->mNumMeshes; ++k)
+                    meshes.push_back({node.mChildren[i]->mMeshes[k], node.mChildren[i]->mName.C_Str()});
         for (unsigned i = 0; i < node.mNumChildren; ++i) {
             const GltfNote* note = Notes->Find(node.mChildren[i]->mName.C_Str());
             if (note && note->Level < 0)
@@ -480,7 +528,7 @@ class Builder {
             }
             for (unsigned i = now.Node->mNumChildren; i-- > 0;) {
                 const aiNode& child = *now.Node->mChildren[i];
-                if (IsPart(child))
+                if (IsPart(child) || IsGroupObject(*now.Node))
                     continue;
                 const Place own2 = PlaceOf(child.mTransformation);
                 const Place local = Stand == Identity ? own2 : Product(Product(Unstand, own2), Stand);
@@ -537,10 +585,14 @@ class Builder {
     const aiScene& Scene;
     std::string File, Directory;
     Model& To;
-    const ObjGroups* Groups = nullptr;
+    ObjGroups* Groups = nullptr;
     const GltfNotes* Notes = nullptr;
     Place Stand = StandUp, Unstand = LieDown;
-    std::vector<int> TextureOf; // by material
+    std::vector<std::int32_t> MaterialOf; // by material of the scene
+    std::vector<int> TextureOf;           // likewise
+    std::map<std::string, std::int32_t> KnownMaterials;
+    std::map<const aiTexture*, std::string> Kept;
+    bool GroupsAreObjects = false, NumbersParts = false;
     std::vector<unsigned> Ring;
     std::vector<std::unique_ptr<Object>> Pending;
     std::map<std::string, int> Known;
@@ -552,6 +604,7 @@ std::string ImportFile(const std::string& path, const std::string& directory, Mo
     Assimp::Importer importer;
     importer.SetProgressHandler(new Progress); // the importer's from here on
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     GltfNotes notes;
     ObjGroups groups;
     std::string extension = fs::path(path).extension();

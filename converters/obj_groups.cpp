@@ -31,23 +31,28 @@ void ObjGroups::Read(const std::string& path) {
             if (*at == 'o') {
                 object = name;
                 HasObjects = true;
-                ObjectOf.emplace(name, ""); // stands for itself
+                Lines.push_back({name, ""});
             } else {
-                ObjectOf.emplace(name, object);
+                Lines.push_back({name, object});
             }
         }
         at = next + 1;
     }
 }
 
-std::pair<std::string, std::string> ObjGroups::NamesOf(const std::string& node, const std::string& fallback) const {
+std::pair<std::string, std::string> ObjGroups::NamesOf(const std::string& node, const std::string& fallback) {
     const bool unnamed = node.empty() || node == "defaultobject" || node == "default";
-    const auto found = ObjectOf.find(node);
+    std::size_t place = Next;
+    while (place < Lines.size() && Lines[place].Name != node)
+        ++place;
+    const bool found = place < Lines.size();
+    if (found)
+        Next = place + 1;
     if (!HasObjects)
-        return {fallback, unnamed || found == ObjectOf.end() ? "" : node};
-    if (found == ObjectOf.end() || found->second.empty())
+        return {fallback, unnamed || !found ? "" : node};
+    if (!found || Lines[place].Object.empty())
         return {unnamed ? fallback : node, ""};
-    return {found->second, node};
+    return {Lines[place].Object, node};
 }
 
 } // namespace converters

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace converters {
 
@@ -12,11 +12,17 @@ class ObjGroups {
     void Read(const std::string& path);
 
     /// Names of the object and of the group that a node of that name stands for; without objects in the file all groups
-    /// are those of `fallback`. An empty group: the object itself.
-    std::pair<std::string, std::string> NamesOf(const std::string& node, const std::string& fallback) const;
+    /// are those of `fallback`. An empty group: the object itself. To be asked in the order of the nodes: names may
+    /// come again.
+    std::pair<std::string, std::string> NamesOf(const std::string& node, const std::string& fallback);
 
   private:
-    std::unordered_map<std::string, std::string> ObjectOf; // of a group
+    struct Line {
+        std::string Name, Object; // an empty object: it is one
+    };
+
+    std::vector<Line> Lines; // in the order of the file
+    std::size_t Next = 0;
     bool HasObjects = false;
 };
 

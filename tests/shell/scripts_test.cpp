@@ -23,6 +23,7 @@ const fs::path ModelsForScripts = fs::path(KIRVO_SOURCE_DIR) / "tests/models";
 ///   "uses"     files and directories that are put into the working directory first, by their paths from the top of the
 ///              source
 ///   "model"    opened at the start: one of those, or one of tests/models (without it: a new model)
+///   "converters" true: those that were built are installed
 ///   "reports"  NAME of a report that the script writes: what it says, as far as Differences() compares
 ///   "files"    NAME of a model file that is left: what a report on it says; null: there is none
 ///   "pictures" names of pictures that must have been made
@@ -74,6 +75,8 @@ TEST_P(Scripts, LeaveWhatIsExpected) {
     if (!model.empty() && !fs::exists(program.Directory() / model))
         fs::copy(ModelsForScripts / model, program.Directory());
 
+    if (expected.value("converters", false))
+        program.UseConverters();
     const ProgramEnd end = program.PlayFile(ScriptDirectory / (name + ".kscript"), model);
     ASSERT_EQ(end.Status, 0) << end.Errors << end.Output;
     EXPECT_EQ(WithoutReading(end.Output), WithoutReading(expected.value("output", "")));

@@ -61,6 +61,10 @@ PlayedProgram::PlayedProgram(fs::path built, std::string startsIn)
     fs::create_directory_symlink(KIRVO_FONTS, Installation() / "fonts");
 }
 
+void PlayedProgram::UseConverters() {
+    fs::create_directory_symlink(program.parent_path() / "converters", Installation() / "converters");
+}
+
 ProgramEnd PlayedProgram::PlayFile(const fs::path& script, const std::string& model) {
     ProgramStart start;
     start.Program = Installation() / "Kirvo";

@@ -30,6 +30,9 @@ class PlayedProgram {
     /// The same for a text, which becomes the file "script" beside the working directory.
     ProgramEnd Play(const std::string& script, const std::string& model = "");
 
+    /// Puts the converters that were built beside the program into the installation.
+    void UseConverters();
+
     /// Added to the environment of every start.
     std::vector<std::pair<std::string, std::string>> Environment;
     std::string Display = "headless:1000x700";
