@@ -22,16 +22,19 @@ class RecordChunks {
   private:
     struct Chunk {
         char* Start;
-        std::size_t Spare; // counted during Release only
+        std::size_t Size;  // bytes, of whole records
+        std::size_t Spare; // records, counted during Release only
     };
 
+    /// A large model's chunks are larger, so that their pages can be had together.
+    std::size_t NextChunkSize() const;
     Chunk* ChunkOf(const void* record);
     void* NextOf(const void* record) const;
     void Chain(void* record, void*& first) const; // puts the record before the first of a chain
 
     std::size_t RecordSize;
     std::size_t LinkOffset;
-    std::size_t ChunkSize;
+    std::size_t Held = 0;      // bytes of all chunks
     char* NextFresh = nullptr; // the rest of the chunk that is being cut
     char* EndOfFresh = nullptr;
     std::vector<Chunk> Chunks; // by address

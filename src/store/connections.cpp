@@ -68,7 +68,7 @@ std::size_t MakeConnections() {
     return vertices;
 }
 
-void SussMinkyPolygons() {
+int SussMinkyPolygons() {
     Object* object = CurrentObject();
     bool collapsed = false;
     for (const Polygon* polygon : EveryPolygon(object))
@@ -78,6 +78,7 @@ void SussMinkyPolygons() {
         object->ConnectionsOK = 0;
         WorkSaved = 0;
     }
+    return collapsed;
 }
 
 void SetAllPolygonFlags() {

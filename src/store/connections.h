@@ -12,8 +12,8 @@ std::size_t MakeConnections();
 
 /// Collapses corners that follow each other in a ring and use the same vertex, so that none do; a ring keeps its first
 /// bead. In a textured polygon the bead that stays gets the mean of both texture coordinates. Rings may end with fewer
-/// than three corners.
-void SussMinkyPolygons();
+/// than three corners. 1 when there was anything to collapse.
+int SussMinkyPolygons();
 
 // The Mark of the polygons, with which tools mark sets of them.
 

@@ -122,17 +122,20 @@ void DeleteDuplicateVertices() {
         return;
     KeeperTable keepers(count);
     keepers.Enter(object->FirstVertex);
+    bool merged = false;
     for (Vertex* vertex : EveryVertex(object)) {
         Vertex* keeper = keepers.KeeperOf(vertex);
         vertex->Mark = 0;
         if (keeper == vertex)
             continue;
+        merged = true;
         for (PolygonBead* bead : EveryUse(vertex))
             bead->Vertex = keeper;
         DeleteVertex(vertex);
     }
-    SussMinkyPolygons();
+    const int collapsed = SussMinkyPolygons();
     CheckIntegrity();
-    MakeConnections();
+    if (merged || collapsed)
+        MakeConnections();
     NormalsOK() = 0;
 }

@@ -44,8 +44,9 @@ std::size_t CheckObjectList(const Object* object) {
     return count;
 }
 
-void CheckSubObjects(const Object* object, std::size_t polygons) {
-    std::size_t met = 0;
+/// Returns how many polygons of the object's list it has met.
+std::size_t CheckSubObjects(const Object* object, std::size_t polygons) {
+    std::size_t met = 0, listed = 0;
     for (const SubObject* subObject : EverySubObject(object)) {
         Expect(!subObject->FirstPolygon || !subObject->FirstPolygon->PrevSibling,
                "First polygon in sub object has a previous");
@@ -57,12 +58,15 @@ void CheckSubObjects(const Object* object, std::size_t polygons) {
             Expect(polygon->Mark, "Loop in sub object polygons");
             polygon->Mark = 0;
             ++met;
+            ++listed;
             for (Polygon* subPolygon : EverySubPolygon(polygon)) {
+                listed += subPolygon->Mark == 1;
                 subPolygon->Mark = 0;
                 Expect(++met <= polygons, "Loop in sub object polygons");
             }
         }
     }
+    return listed;
 }
 
 } // namespace
@@ -70,9 +74,7 @@ void CheckSubObjects(const Object* object, std::size_t polygons) {
 void CheckIntegrity() {
     const Object* object = CurrentObject();
     const std::size_t polygons = CheckObjectList(object);
-    CheckSubObjects(object, polygons);
-    for (const Polygon* polygon : EveryPolygon(object))
-        Expect(!polygon->Mark, "Polygon not part of a sub object");
+    Expect(CheckSubObjects(object, polygons) == polygons, "Polygon not part of a sub object");
     for (const Lod* lod : EveryLod(object))
         for (const LodBead* bead : EveryLodBead(lod))
             Expect(bead->Lod == lod, "Lod bead doesn't point back to owner");
