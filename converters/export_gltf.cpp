@@ -6,7 +6,6 @@
 #include <cstring>
 #include <limits>
 #include <map>
-#include <unordered_map>
 
 namespace converters {
 
@@ -18,31 +17,21 @@ constexpr int ArrayBuffer = 34962, ElementBuffer = 34963, Float = 5126, Unsigned
 /// Half of the angle that the screen's height spans where coverages are computed.
 constexpr double HalfAngleTangent = 0.414213562; // of 45 degrees
 
-struct CornerKey {
-    std::uint32_t Vertex;
-    std::array<float, 5> Rest;
-    bool operator==(const CornerKey&) const = default;
+/// Corners that are told apart only by what stands behind their vertex, a chain a vertex.
+struct KnownCorner {
+    std::array<float, 5> Rest; // normal, place on the texture
+    std::uint32_t Number, Next;
 };
 
-struct CornerHash {
-    std::size_t operator()(const CornerKey& key) const {
-        std::uint64_t hash = key.Vertex;
-        for (const float part : key.Rest) {
-            std::uint32_t bits;
-            std::memcpy(&bits, &part, sizeof bits);
-            hash = (hash ^ bits) * 0x9E3779B97F4A7C15ULL;
-            hash ^= hash >> 31;
-        }
-        return static_cast<std::size_t>(hash);
-    }
-};
+constexpr std::uint32_t NoCorner = std::numeric_limits<std::uint32_t>::max();
 
 /// What is drawn with one material and texture.
 struct Primitive {
     std::vector<float> Positions, Normals, TexCoords;
     std::vector<std::uint32_t> Indices;
-    std::unordered_map<CornerKey, std::uint32_t, CornerHash> Known;
-    std::uint32_t LastFirst = std::numeric_limits<std::uint32_t>::max();
+    std::vector<std::uint32_t> FirstKnown; // by vertex
+    std::vector<KnownCorner> Known;
+    std::uint32_t LastFirst = NoCorner;
 };
 
 class GltfWriter {
@@ -167,33 +156,41 @@ class GltfWriter {
     // ---- meshes
     std::uint32_t CornerNumber(Primitive& to, std::uint32_t vertex, const std::array<double, 3>& at,
                                const std::array<float, 3>& normal, const float (&place)[2], bool textured) {
-        CornerKey key{vertex, {normal[0], normal[1], normal[2], textured ? place[0] : 0, textured ? place[1] : 0}};
-        const auto [found, isNew] = to.Known.try_emplace(key, static_cast<std::uint32_t>(to.Positions.size() / 3));
-        if (isNew) {
-            // From z up to y up.
-            for (const double part : {at[0], at[2], -at[1]})
-                to.Positions.push_back(static_cast<float>(part));
-            for (const float part : {normal[0], normal[2], -normal[1]})
-                to.Normals.push_back(part);
-            if (textured)
-                to.TexCoords.insert(to.TexCoords.end(), {place[0], 1 - place[1]});
+        const std::array<float, 5> rest = {normal[0], normal[1], normal[2], textured ? place[0] : 0,
+                                           textured ? place[1] : 0};
+        if (vertex != NoCorner) {
+            for (std::uint32_t known = to.FirstKnown[vertex]; known != NoCorner; known = to.Known[known].Next)
+                if (to.Known[known].Rest == rest)
+                    return to.Known[known].Number;
         }
-        return found->second;
+        const auto number = static_cast<std::uint32_t>(to.Positions.size() / 3);
+        if (vertex != NoCorner) {
+            to.Known.push_back({rest, number, to.FirstKnown[vertex]});
+            to.FirstKnown[vertex] = static_cast<std::uint32_t>(to.Known.size()) - 1;
+        }
+        // From z up to y up.
+        for (const double part : {at[0], at[2], -at[1]})
+            to.Positions.push_back(static_cast<float>(part));
+        for (const float part : {normal[0], normal[2], -normal[1]})
+            to.Normals.push_back(part);
+        if (textured)
+            to.TexCoords.insert(to.TexCoords.end(), {place[0], 1 - place[1]});
+        return number;
     }
 
     void AddPolygon(const Object& object, const Polygon& polygon, Primitive& to) {
         const auto ring = PositionsOf(object, polygon);
         const auto flat = NormalOf(object, polygon);
-        std::vector<std::uint32_t> numbers;
+        to.FirstKnown.resize(object.Vertices.size(), NoCorner);
+        std::vector<std::uint32_t>& numbers = Numbers;
+        numbers.clear();
         for (std::uint32_t i = 0; i < polygon.Corners; ++i) {
             const Corner& corner = object.Corners[polygon.FirstCorner + i];
             std::array<float, 3> normal = {corner.Normal[0], corner.Normal[1], corner.Normal[2]};
             if (polygon.Lighting != 2 || (normal[0] == 0 && normal[1] == 0 && normal[2] == 0))
                 normal = {static_cast<float>(flat[0]), static_cast<float>(flat[1]), static_cast<float>(flat[2])};
             // Raised corners are no others'.
-            const std::uint32_t vertex =
-                polygon.Parent < 0 ? corner.Vertex
-                                   : static_cast<std::uint32_t>(object.Vertices.size() + polygon.FirstCorner + i);
+            const std::uint32_t vertex = polygon.Parent < 0 ? corner.Vertex : NoCorner;
             numbers.push_back(CornerNumber(to, vertex, ring[i], normal, corner.TexCoord, polygon.Texture >= 0));
         }
         bool isFan;
@@ -387,7 +384,7 @@ class GltfWriter {
     std::string Buffer;
     std::map<std::pair<int, int>, int> Materials, Meshes;
     std::map<int, int> Textures, ImageOf;
-    std::vector<std::uint32_t> Triangles;
+    std::vector<std::uint32_t> Triangles, Numbers;
 };
 
 } // namespace

@@ -89,7 +89,7 @@ void LimitResources() {
     constexpr double megabyte = 1024.0 * 1024.0, usualSeconds = 600;
     const double memory = NumberFrom("KIRVO_CONVERTER_MEMORY", machine / 4 / megabyte) * megabyte;
     const double seconds = NumberFrom("KIRVO_CONVERTER_SECONDS", usualSeconds);
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(__SANITIZE_ADDRESS__) && !defined(KIRVO_SANITIZED)
     const rlimit memoryLimit = {static_cast<rlim_t>(memory), static_cast<rlim_t>(memory)};
     setrlimit(RLIMIT_AS, &memoryLimit);
 #else

@@ -13,6 +13,14 @@
 #include <set>
 #include <strings.h>
 
+#define STB_IMAGE_IMPLEMENTATION
+#define STB_IMAGE_STATIC
+#define STBI_FAILURE_USERMSG
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wunused-function"
+#include <stb/stb_image.h>
+#pragma GCC diagnostic pop
+
 namespace converters {
 
 namespace {
@@ -65,6 +73,35 @@ std::string PngOf(const std::string& path) {
     return bytes;
 }
 
+bool CanBeRead(const fs::path& path) {
+    const std::string bytes = BytesOf(path);
+    return bytes.starts_with("\x01\xDA") || bytes.starts_with("\xDA\x01") || IsPng(bytes) ||
+           bytes.starts_with("\xFF\xD8");
+}
+
+// An image of another kind as a PNG file in the model's "textures"; empty when it cannot be read.
+std::string ConvertedImage(const fs::path& path, const fs::path& modelDirectory) {
+    int width = 0, height = 0, channels = 0;
+    stbi_set_flip_vertically_on_load(1);
+    std::uint8_t* read = stbi_load(path.c_str(), &width, &height, &channels, 0);
+    if (!read)
+        return "";
+    // The block of a texture has the channels in reverse, and rows of multiples of four bytes.
+    const std::size_t row = static_cast<std::size_t>(width) * static_cast<std::size_t>(channels);
+    const std::size_t paddedRow = (row + 3) / 4 * 4;
+    std::vector<std::uint8_t> pixels(paddedRow * static_cast<std::size_t>(height));
+    for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y)
+        for (std::size_t i = 0; i < row; ++i) {
+            const std::size_t channel = i % static_cast<std::size_t>(channels), pixel = i - channel;
+            pixels[y * paddedRow + pixel + static_cast<std::size_t>(channels) - 1 - channel] = read[y * row + i];
+        }
+    stbi_image_free(read);
+    std::error_code error;
+    const fs::path folder = modelDirectory / "textures", to = folder / (path.stem().string() + ".png");
+    fs::create_directories(folder, error);
+    return WritePng(to, pixels.data(), width, height, channels).empty() ? to.string() : "";
+}
+
 } // namespace
 
 std::string FindImage(const std::string& named, const fs::path& directory, const fs::path& modelDirectory) {
@@ -80,7 +117,8 @@ std::string FindImage(const std::string& named, const fs::path& directory, const
     for (const fs::path& candidate : tried)
         if (!candidate.empty() && IsFile(candidate)) {
             std::error_code error;
-            return fs::absolute(candidate, error).lexically_normal();
+            const fs::path found = fs::absolute(candidate, error).lexically_normal();
+            return CanBeRead(found) ? found.string() : ConvertedImage(found, modelDirectory);
         }
     return "";
 }
