@@ -193,6 +193,10 @@ TEST_F(Inspection, TheReportsSayTheSame) {
                              "\n    second: object tree at (-4, 2, 3) m, hidden\n  empty (group)\n"})
         EXPECT_NE(text.find(part), std::string::npos) << part << "\nin\n" << text;
     EXPECT_EQ(std::count(text.begin(), text.end(), '\033'), 0);
+    ModelSummary free = model;
+    free.PublicDomain = !model.PublicDomain;
+    constexpr char told[] = "The file is public domain.";
+    EXPECT_NE((ModelAsText(report, free).find(told) == std::string::npos), text.find(told) == std::string::npos);
 
     const auto json = nlohmann::json::parse(ModelAsJson(report, model));
     EXPECT_EQ(json["version"], "3.05");

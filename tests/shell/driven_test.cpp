@@ -2,6 +2,7 @@
 #include "interaction/view_menus.h"
 #include "shell/menus.h"
 #include "support/played_program.h"
+#include "support/test_seed.h"
 
 #include <gtest/gtest.h>
 
@@ -125,11 +126,6 @@ TEST_F(Driven, EveryMenuEntryLeavesAModelThatFilesKeep) {
     Play(script);
 }
 
-unsigned FromEnvironment(const char* name, unsigned otherwise) {
-    const char* value = std::getenv(name);
-    return value ? static_cast<unsigned>(std::strtoul(value, nullptr, 10)) : otherwise;
-}
-
 /// A hurried user at work on one of several models. The seed is printed; KIRVO_TEST_SEED repeats a storm and
 /// KIRVO_STORM_ACTIONS makes it longer. Of a storm that fails the script is kept, which the driver plays again.
 struct StormCase {
@@ -155,7 +151,7 @@ TEST_P(Storm, DoesNotBreakTheModel) {
     fs::copy(models / c.Model, program.Directory());
     if (fs::exists(models / "textures"))
         fs::create_directory_symlink(models / "textures", program.Directory() / "textures");
-    const unsigned seed = FromEnvironment("KIRVO_TEST_SEED", std::random_device()());
+    const unsigned seed = TestSeed();
     const unsigned actions = FromEnvironment("KIRVO_STORM_ACTIONS", 1500) * c.Share / 100;
     std::printf("seed %u\n", seed);
     std::fflush(stdout);

@@ -1,5 +1,6 @@
 #include "files/made_model.h"
 #include "support/played_program.h"
+#include "support/test_seed.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -310,19 +311,16 @@ std::pair<int, int> RunAndStep(const std::string& title) {
     return numbers;
 }
 
-// A kill at any moment loses at most the work since the last checkpoint. KIRVO_KILLS asks for more kills, KIRVO_SEED
-// for other moments.
+// A kill at any moment loses at most the work since the last checkpoint. KIRVO_KILLS asks for more kills.
 TEST_F(Files, AKillAtAnyMomentKeepsTheLastCheckpoint) {
-    const auto number = [](const char* name, int otherwise) {
-        const char* text = std::getenv(name);
-        return text ? std::atoi(text) : otherwise;
-    };
-    const int kills = number("KIRVO_KILLS", 8), polygons = 20000;
-    std::mt19937 random(static_cast<unsigned>(number("KIRVO_SEED", 1)));
+    const unsigned kills = FromEnvironment("KIRVO_KILLS", 8), seed = TestSeed();
+    constexpr int polygons = 20000;
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
     Write("my models/a house.kirvo", LargeModel(polygons));
     Write(".kirvorc", EveryMinute);
     std::pair<int, int> last{-1, -1}; // the step whose checkpoint was certainly there
-    for (int run = 0; run < kills; ++run) {
+    for (unsigned run = 0; run < kills; ++run) {
         program.KillAfter = std::chrono::milliseconds(500 + random() % 2000);
         const ProgramEnd end = program.Play(WorkingScript(run, 1000), "my models/a house");
         program.KillAfter = std::chrono::milliseconds(0);

@@ -9,6 +9,7 @@
 #include "store/store_checker.h"
 #include "store/store_test.h"
 #include "store/texture_list.h"
+#include "support/test_seed.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -331,15 +332,10 @@ class RandomEdits {
     std::mt19937 Random;
 };
 
-unsigned FromEnvironment(const char* name, unsigned otherwise) {
-    const char* value = std::getenv(name);
-    return value ? static_cast<unsigned>(std::strtoul(value, nullptr, 10)) : otherwise;
-}
-
 class RandomEditsTest : public StoreTest {};
 
 TEST_F(RandomEditsTest, EveryRuleHoldsAfterEveryEdit) {
-    const unsigned seed = FromEnvironment("KIRVO_TEST_SEED", std::random_device()());
+    const unsigned seed = TestSeed();
     const unsigned operations = FromEnvironment("KIRVO_TEST_OPERATIONS", 300000);
     std::printf("seed %u\n", seed);
     RandomEdits edits(seed);

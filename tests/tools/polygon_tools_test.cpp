@@ -220,6 +220,11 @@ TEST_F(PolygonTools, NGonsGoFromTheirMiddleToTheLastCorner) {
         nearest = std::min(nearest, std::hypot(vertex->Position[0] - 5, vertex->Position[1] - 1));
     }
     EXPECT_LT(nearest, 0.2);
+    const double side = 2 * 4 * std::sin(std::acos(-1) / 5);
+    for (const PolygonBead* bead : EveryBead(polygon)) {
+        const double *a = bead->Vertex->Position, *b = NextInRing(polygon, bead)->Vertex->Position;
+        EXPECT_NEAR(std::hypot(a[0] - b[0], a[1] - b[1]), side, 0.2);
+    }
     Button("Cancel");
     ExpectToolIsOver();
     EXPECT_EQ(Polygons() + Vertices(), 0u);

@@ -397,6 +397,14 @@ TEST_F(Drawing, TexturesDecalsOfPlainPolygons) {
     FreeTexture(texture);
 }
 
+TEST_F(Drawing, TheFlatAxesAreWholeAtTheirCorner) {
+    WindowLabels = 1;
+    Draw(LookFrom(Front, 3));
+    WindowLabels = 0;
+    EXPECT_EQ(Row(15, 16, 4), ".###");
+    EXPECT_EQ(Row(15, 17, 4) + Row(15, 18, 4) + Row(15, 19, 4), ".#...#...#..");
+}
+
 // The texels that are cut out are less transparent than this glass.
 TEST_F(Drawing, ShowsTransparentPolygonsUnderTexturedDecals) {
     TextureOn = TextureAvailable = 1;
