@@ -63,9 +63,19 @@ class PositionTable {
   public:
     explicit PositionTable(std::vector<std::array<float, 3>>& positions) : Positions(positions) {}
 
+    /// So many positions are about to come, if no two are the same.
+    void Expect(std::size_t count) {
+        std::size_t size = 1024;
+        while (size < (Positions.size() + count) * 2)
+            size *= 2;
+        Positions.reserve(Positions.size() + count);
+        if (size > Slots.size())
+            Grow(size);
+    }
+
     std::uint32_t NumberOf(const std::array<float, 3>& position) {
         if ((Positions.size() + 1) * 2 > Slots.size())
-            Grow();
+            Grow(std::max<std::size_t>(1024, Slots.size() * 2));
         std::uint32_t& slot = SlotOf(position);
         if (slot == Empty) {
             slot = static_cast<std::uint32_t>(Positions.size());
@@ -84,8 +94,8 @@ class PositionTable {
         return Slots[place];
     }
 
-    void Grow() {
-        Slots.assign(std::max<std::size_t>(1024, Slots.size() * 2), Empty);
+    void Grow(std::size_t size) {
+        Slots.assign(size, Empty);
         for (std::uint32_t i = 0; i < Positions.size(); ++i)
             SlotOf(Positions[i]) = i;
     }
@@ -275,6 +285,8 @@ class Builder {
     void AddMesh(Object& object, PositionTable& places, unsigned index, int subObject) {
         const aiMesh& mesh = *Scene.mMeshes[index];
         std::vector<std::uint32_t> numbers(mesh.mNumVertices);
+        // Where polygons share no vertices there are a quarter as many places, or fewer.
+        places.Expect(mesh.mNumVertices >= mesh.mNumFaces * 3U ? mesh.mNumVertices / 4 : mesh.mNumVertices);
         for (unsigned i = 0; i < mesh.mNumVertices; ++i)
             numbers[i] = places.NumberOf(Position(mesh.mVertices[i]));
         const std::size_t look = std::min<std::size_t>(mesh.mMaterialIndex, MaterialOf.size() - 1);
@@ -601,7 +613,8 @@ class Builder {
 } // namespace
 
 std::string ImportFile(const std::string& path, const std::string& directory, Model& model) {
-    Assimp::Importer importer;
+    // Never released: the process ends soon, and millions of polygons take long to be given back one by one.
+    auto& importer = *new Assimp::Importer;
     importer.SetProgressHandler(new Progress); // the importer's from here on
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);

@@ -3,6 +3,7 @@
 #include "files/format.h"
 #include "files/primitives.h"
 
+#include <bit>
 #include <cerrno>
 #include <cstring>
 
@@ -63,6 +64,32 @@ void WriteTextures(FileWriter& file, const Model& model, const std::string& dire
     }
 }
 
+// In one piece: files have millions of them. Its numbers are finite.
+void WriteCorner(FileWriter& file, const Corner& corner, bool withNormal, bool withPlace) {
+    unsigned char bytes[40];
+    unsigned char* at = bytes;
+    const auto put = [&at](std::uint32_t number) {
+        number = BigEndian(number);
+        std::memcpy(at, &number, sizeof number);
+        at += sizeof number;
+    };
+    *at++ = TagCorner;
+    *at++ = TagCornerVertex;
+    put(corner.Vertex);
+    if (withNormal) {
+        *at++ = TagCornerNormal;
+        for (const float part : corner.Normal)
+            put(std::bit_cast<std::uint32_t>(part));
+    }
+    if (withPlace) {
+        *at++ = TagCornerTexture;
+        for (const float part : corner.TexCoord)
+            put(std::bit_cast<std::uint32_t>(part));
+    }
+    *at++ = TagEnd;
+    file.Put(bytes, static_cast<std::size_t>(at - bytes));
+}
+
 void WritePolygon(FileWriter& file, const Object& object, const Polygon& polygon) {
     WriteFileByte(file, TagPolygon);
     WriteFileByte(file, TagPolygonMaterial);
@@ -78,13 +105,7 @@ void WritePolygon(FileWriter& file, const Object& object, const Polygon& polygon
         WriteTagged(file, TagLightGroup, polygon.LightGroup);
     for (std::uint32_t i = 0; i < polygon.Corners; ++i) {
         const Corner& corner = object.Corners[polygon.FirstCorner + i];
-        WriteFileByte(file, TagCorner);
-        WriteTagged(file, TagCornerVertex, static_cast<std::int32_t>(corner.Vertex));
-        if (polygon.Lighting == 2)
-            WriteFloats(file, TagCornerNormal, corner.Normal);
-        if (polygon.Texture >= 0)
-            WriteFloats(file, TagCornerTexture, corner.TexCoord);
-        WriteFileByte(file, TagEnd);
+        WriteCorner(file, corner, polygon.Lighting == 2, polygon.Texture >= 0);
     }
     WriteFileByte(file, TagEnd);
 }
