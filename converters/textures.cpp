@@ -73,33 +73,39 @@ std::string PngOf(const std::string& path) {
     return bytes;
 }
 
-bool CanBeRead(const fs::path& path) {
-    const std::string bytes = BytesOf(path);
-    return bytes.starts_with("\x01\xDA") || bytes.starts_with("\xDA\x01") || IsPng(bytes) ||
-           bytes.starts_with("\xFF\xD8");
+// Writes pixels, rows from the top, as an image of the kind that every Kirvo reads.
+bool WriteImage(const fs::path& path, const std::uint8_t* pixels, int width, int height, int channels) {
+    constexpr std::size_t headerSize = 512;
+    std::string bytes = {1, -38, 0, 1, 0, 3};
+    for (const int size : {width, height, channels})
+        bytes += {static_cast<char>(size >> 8), static_cast<char>(size)};
+    bytes += {0, 0, 0, 0, 0, 0, 0, -1}; // smallest and largest value
+    bytes.resize(headerSize, '\0');
+    for (int channel = 0; channel < channels; ++channel)
+        for (int row = height; row-- > 0;)
+            for (int column = 0; column < width; ++column)
+                bytes += static_cast<char>(pixels[(static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
+                                                   static_cast<std::size_t>(column)) *
+                                                      static_cast<std::size_t>(channels) +
+                                                  static_cast<std::size_t>(channel)]);
+    std::ofstream file(path, std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return static_cast<bool>(file.flush());
 }
 
-// An image of another kind as a PNG file in the model's "textures"; empty when it cannot be read.
+// An image of another kind as one of Kirvo's in the model's "textures"; empty when it cannot be read.
 std::string ConvertedImage(const fs::path& path, const fs::path& modelDirectory) {
+    constexpr int largest = 65535;
     int width = 0, height = 0, channels = 0;
-    stbi_set_flip_vertically_on_load(1);
-    std::uint8_t* read = stbi_load(path.c_str(), &width, &height, &channels, 0);
-    if (!read)
+    std::uint8_t* pixels = stbi_load(path.c_str(), &width, &height, &channels, 0);
+    if (!pixels)
         return "";
-    // The block of a texture has the channels in reverse, and rows of multiples of four bytes.
-    const std::size_t row = static_cast<std::size_t>(width) * static_cast<std::size_t>(channels);
-    const std::size_t paddedRow = (row + 3) / 4 * 4;
-    std::vector<std::uint8_t> pixels(paddedRow * static_cast<std::size_t>(height));
-    for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y)
-        for (std::size_t i = 0; i < row; ++i) {
-            const std::size_t channel = i % static_cast<std::size_t>(channels), pixel = i - channel;
-            pixels[y * paddedRow + pixel + static_cast<std::size_t>(channels) - 1 - channel] = read[y * row + i];
-        }
-    stbi_image_free(read);
     std::error_code error;
-    const fs::path folder = modelDirectory / "textures", to = folder / (path.stem().string() + ".png");
+    const fs::path folder = modelDirectory / "textures", to = folder / (path.stem().string() + ".rgb");
     fs::create_directories(folder, error);
-    return WritePng(to, pixels.data(), width, height, channels).empty() ? to.string() : "";
+    const bool written = width <= largest && height <= largest && WriteImage(to, pixels, width, height, channels);
+    stbi_image_free(pixels);
+    return written ? to.string() : "";
 }
 
 } // namespace
@@ -118,7 +124,7 @@ std::string FindImage(const std::string& named, const fs::path& directory, const
         if (!candidate.empty() && IsFile(candidate)) {
             std::error_code error;
             const fs::path found = fs::absolute(candidate, error).lexically_normal();
-            return CanBeRead(found) ? found.string() : ConvertedImage(found, modelDirectory);
+            return IsAnImageFile(found.c_str()) ? found.string() : ConvertedImage(found, modelDirectory);
         }
     return "";
 }
@@ -130,25 +136,23 @@ std::string KeepEmbeddedImage(const aiTexture& image, const std::string& directo
     std::string path;
     if (image.mHeight == 0) { // a whole file
         const std::string bytes(reinterpret_cast<const char*>(image.pcData), image.mWidth);
-        const char* ending = IsPng(bytes) ? ".png" : bytes.starts_with("\xFF\xD8") ? ".jpg" : nullptr;
-        if (!ending)
-            return "";
-        path = folder / (name + ending);
+        path = folder / (name + (IsPng(bytes) ? ".png" : bytes.starts_with("\xFF\xD8") ? ".jpg" : ".image"));
         std::ofstream file(path, std::ios::binary);
         file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        return file.flush() ? path : "";
+        if (!file.flush())
+            return "";
+        if (IsAnImageFile(path.c_str()))
+            return path;
+        const std::string converted = ConvertedImage(path, directory);
+        fs::remove(path, error);
+        return converted;
     }
-    // Pixels from the top, as the block of a texture has them from the bottom: alpha, blue, green, red.
     std::vector<std::uint8_t> pixels;
-    for (unsigned y = image.mHeight; y-- > 0;)
-        for (unsigned x = 0; x < image.mWidth; ++x) {
-            const aiTexel& texel = image.pcData[static_cast<std::size_t>(y) * image.mWidth + x];
-            pixels.insert(pixels.end(), {texel.a, texel.b, texel.g, texel.r});
-        }
-    path = folder / (name + ".png");
-    return WritePng(path, pixels.data(), static_cast<int>(image.mWidth), static_cast<int>(image.mHeight), 4).empty()
-               ? path
-               : "";
+    for (std::size_t i = 0; i < static_cast<std::size_t>(image.mWidth) * image.mHeight; ++i)
+        pixels.insert(pixels.end(), {image.pcData[i].r, image.pcData[i].g, image.pcData[i].b, image.pcData[i].a});
+    path = folder / (name + ".rgb");
+    return WriteImage(path, pixels.data(), static_cast<int>(image.mWidth), static_cast<int>(image.mHeight), 4) ? path
+                                                                                                               : "";
 }
 
 std::vector<ExportedImage> ImagesOf(const Model& model, const std::string& directory) {

@@ -38,6 +38,7 @@ class Convert : public FilesTest {
         testing::internal::GetCapturedStderr();
         testing::internal::GetCapturedStdout();
         EXPECT_EQ(report.Error, "");
+        EXPECT_TRUE(report.MissingTextures.empty()) << model << ": " << report.MissingTextures[0];
         Returned found;
         for (const Object* object : EveryObject(MainFile)) {
             found.Objects.insert(object->Name);
