@@ -209,7 +209,8 @@ void BuildInformation() {
 }
 
 void BuildManual() {
-    std::string directory = "/tmp/kirvo-manual-pictures";
+    static const TemporaryDirectory place;
+    const std::string directory = place.Path();
     std::filesystem::create_directories(directory + "/manual");
     std::ofstream(directory + "/manual/R_GridGizmo.html")
         << "<html><head><title>Grid control</title></head><body><h1>Grid control</h1>\n"
