@@ -29,6 +29,7 @@
 #include "tools/polygon_operations.h"
 #include "tools/polygon_tools.h"
 #include "tools/revolve.h"
+#include "tools/slicing.h"
 #include "tools/tablet.h"
 #include "tools/text_generator.h"
 #include "tools/vertex_operations.h"
@@ -89,6 +90,10 @@ void Digitise() {
 
 void FitToModel() {
     FitView(KeyView);
+}
+
+void Slice() {
+    SlicePolygons(KeyView);
 }
 
 void StickToGrid() {
@@ -160,7 +165,7 @@ const Command Commands[] = {
     {283, "Peak centre", InEveryMode, Action, NotYet},
     {284, "Reverse polygons", InEveryMode, Action, ReversePolygons},
     {285, "Make double sided", InEveryMode, Action, DoublePolygons},
-    {286, "Slice with grid", InEveryMode, Action, NotYet},
+    {286, "Slice with grid", InEveryMode, Action, Slice},
     {287, "Sphere", InEveryMode, Action, CreateSphere},
     {288, "Solid of revolution", InEveryMode, Action, DoRevolve},
     {289, "Text", InEveryMode, Action, OpenTextGenerator},

@@ -20,6 +20,7 @@
 #include <vector>
 
 int SussingRadius;
+int KeepPolygonsWithoutArea;
 
 namespace {
 
@@ -196,7 +197,8 @@ void GenerateNormals() {
     Object* object = CurrentObject();
     const std::int32_t connectionsOK = object->ConnectionsOK;
     const int workSaved = WorkSaved;
-    if (const int deleted = DeletePolygons(GeneratePolygonNormals(object))) {
+    const std::vector<Polygon*> flat = GeneratePolygonNormals(object);
+    if (const int deleted = KeepPolygonsWithoutArea ? 0 : DeletePolygons(flat)) {
         Trace("GenerateNormals: %d bad polygons deleted\n", deleted);
         MakeConnections();
         // The deletions have cleared the flag, but the connections are as good as before.

@@ -7,6 +7,10 @@
 /// Flag: GenerateNormals is computing the radius. While it is set, ObjectRadius starts no clean-up.
 extern int SussingRadius;
 
+/// Flag: GenerateNormals leaves polygons without area alone, because a running tool holds pointers to what it moves and
+/// may give them their area back. Whoever clears it clears NormalsOK, too.
+extern int KeepPolygonsWithoutArea;
+
 /// Sets the polygon's unit Normal by Newell's method: it points to where the ring is seen counter-clockwise. A ring
 /// without area returns 0 and leaves Normal alone, else 1.
 int GeneratePolygonNormal(Polygon* polygon);
