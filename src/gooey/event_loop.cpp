@@ -4,6 +4,7 @@
 #include "gooey/event_queue.h"
 #include "gooey/gadget.h"
 #include "gooey/pointer.h"
+#include "gooey/program_windows.h"
 #include "gooey/redraw.h"
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
@@ -204,6 +205,38 @@ int CheckGadgets(Gadget* gadgets, int device, short value) {
     }
 }
 
+bool BelongsTo(const Window* window, const Window* owner) {
+    while (window && window != owner)
+        window = window->Parent;
+    return window && owner;
+}
+
+/// The dialog that a disabled window waits for, or the main one: the newest that takes input; null when there is none.
+Window* LiveDialog(const Window* disabled) {
+    bool ofAll = MainWindow && MainWindow->Disabled > 0;
+    Window* live = nullptr;
+    for (Window* window = WindowList; window; window = window->Next)
+        if (!window->Disabled && !window->Closing && (ofAll || BelongsTo(window, disabled)))
+            live = window;
+    return live;
+}
+
+/// Whose event it is. Keys typed beside an open dialog are meant for it.
+Window* TargetOf(int device) {
+    bool isKey = device == gl::KEYBD || device == gl::KEYBDTEXT;
+    bool beside = CurrentWindow ? CurrentWindow->Disabled > 0 : MainWindow && MainWindow->Disabled > 0;
+    return isKey && beside ? LiveDialog(CurrentWindow) : CurrentWindow;
+}
+
+void DispatchTo(Window* window, int device, short value) {
+    HandlingScope handling(window);
+    if (window->Gadgets && CheckGadgets(window->Gadgets, device, value))
+        return;
+    // A gadget that did not consume the event may have shut the window all the same.
+    if (WindowIsOpen(window) && window->EventFn)
+        window->EventFn(device, value);
+}
+
 void Dispatch(int device, short value) {
     switch (device) {
     case gl::REDRAW:
@@ -224,15 +257,16 @@ void Dispatch(int device, short value) {
     default:
         break;
     }
-    Window* window = CurrentWindow;
+    Window* window = TargetOf(device);
     if (!window || window->Disabled || window->Closing)
         return;
-    HandlingScope handling(window);
-    if (window->Gadgets && CheckGadgets(window->Gadgets, device, value))
+    if (window == CurrentWindow) {
+        DispatchTo(window, device, value);
         return;
-    // A gadget that did not consume the event may have shut the window all the same.
-    if (WindowIsOpen(window) && window->EventFn)
-        window->EventFn(device, value);
+    }
+    WindowScope scope(window);
+    ReadMousePos();
+    DispatchTo(window, device, value);
 }
 
 } // namespace

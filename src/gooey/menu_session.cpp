@@ -1,16 +1,21 @@
 #include "gooey/menu_session.h"
 
+#include "gooey/event_loop.h"
 #include "gooey/gadget_commands.h"
 #include "gooey/menu.h"
 #include "gooey/menu_panel.h"
-#include "gooey/modal.h"
 #include "gooey/pointer.h"
 
 #include "platform/events.h"
+#include "platform/system.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
+
+/// A click may move so far and still be one.
+constexpr int ClickMargin = 3;
 
 const MenuSession* OpenSession = nullptr;
 
@@ -130,16 +135,33 @@ void MenuSession::Track() {
         TrackMenu(First, Highlighted);
 }
 
+int MenuSession::NextPressStep() {
+    gl::sginap(1);
+    int device = 0;
+    short value = 0;
+    while (int state = KeepQueueHappy(device, value)) {
+        if (state < 0 || (device == gl::KEYBD && value == EscapeCharacter))
+            return -1;
+        ReadMousePos();
+        if ((device == gl::LEFTMOUSE || device == gl::RIGHTMOUSE) && value)
+            return device;
+    }
+    ReadMousePos();
+    return ModalLoopMustEnd() ? -1 : 0;
+}
+
 int DoPopupMenu(const MenuEntry* menu, int button) {
     MenuItem* first = BuildMenu(menu);
     int id = -1;
     {
         MenuSession session;
+        const int startX = MouseX, startY = MouseY;
         session.Show(first, MouseX - 20, MouseY - 8);
-        // The release may lie elsewhere than the last step saw the pointer.
-        if (TrackButton(button, [&] { session.Track(); }))
-            session.Track();
-        else
+        auto quick = [&] {
+            return std::abs(MouseX - startX) <= ClickMargin && std::abs(MouseY - startY) <= ClickMargin;
+        };
+        if (!session.Follow(
+                button, [&] { session.Track(); }, quick))
             session.Erase();
         if (session.Chosen())
             id = session.Chosen()->Id;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "gooey/modal.h"
+
 #include <cstdint>
 
 struct MenuEntry;
@@ -31,6 +33,11 @@ class MenuSession {
     void Erase();
     /// Follows the pointer.
     void Track();
+    /// Follows the pointer until the button, which is down, is released, calling step() all the while. A click that
+    /// shows nothing but the menu keeps it open until the next click or Escape: `quick()` tells at the release whether
+    /// it was one. False when nothing is to be chosen.
+    template <class Step, class Quick>
+    bool Follow(int button, Step step, Quick quick);
 
     MenuItem* Menu() const { return First; }
 
@@ -38,9 +45,39 @@ class MenuSession {
     MenuItem* Chosen() const { return Highlighted; }
 
   private:
+    /// Waits for the press that ends a menu kept open, calling step(): the button, or 0 when it ends without a choice.
+    template <class Step>
+    static int NextPress(Step step);
+    /// One step of that wait: -1 when it ends without a choice, a button that was pressed, or 0.
+    static int NextPressStep();
+
     MenuItem* First = nullptr;
     MenuItem* Highlighted = nullptr;
     /// A panel that had to be moved may lie under the pointer: nothing is chosen before the pointer has moved.
     bool AwaitsMotion = false;
     int StartX = 0, StartY = 0;
 };
+
+template <class Step>
+int MenuSession::NextPress(Step step) {
+    for (;;) {
+        const int button = NextPressStep();
+        if (button)
+            return button > 0 ? button : 0;
+        step();
+    }
+}
+
+template <class Step, class Quick>
+bool MenuSession::Follow(int button, Step step, Quick quick) {
+    bool released = TrackButton(button, step);
+    if (released)
+        step();
+    if (released && !Chosen() && quick()) {
+        button = NextPress(step);
+        released = button && TrackButton(button, step);
+        if (released)
+            step();
+    }
+    return released;
+}

@@ -6,13 +6,13 @@
 #include "gooey/menu.h"
 #include "gooey/menu_session.h"
 #include "gooey/misuse.h"
-#include "gooey/modal.h"
 #include "gooey/pointer.h"
 #include "gooey/window.h"
 
 #include "base/memory.h"
 
 #include "platform/drawing.h"
+#include "platform/events.h"
 
 #include <algorithm>
 #include <utility>
@@ -133,9 +133,7 @@ int ClickBar(Gadget* gadget) {
             session.Track();
         };
         show();
-        if (TrackLeftButton(follow))
-            follow();
-        else
+        if (!session.Follow(gl::LEFTMOUSE, follow, [&] { return TitleUnderPointer(bar) == open; }))
             session.Erase();
         if (session.Chosen())
             id = session.Chosen()->Id;

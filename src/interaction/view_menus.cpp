@@ -1,8 +1,10 @@
 #include "interaction/view_menus.h"
 
 #include "gooey/event_loop.h"
+#include "platform/desktop_place.h"
 #include "store/view_record.h"
 #include "views/display_flags.h"
+#include "views/main_window.h"
 
 namespace {
 
@@ -25,6 +27,10 @@ std::int32_t TextureCheck() {
 
 std::int32_t WireframeCheck() {
     return SimpleMenuCheck(!SolidView);
+}
+
+std::int32_t FillDesktopCheck() {
+    return gl::ScreenIsOnDesktop() ? SimpleMenuCheck(FillDesktop) : MenuHidden;
 }
 
 const MenuEntry DirectionMenu[] = {
@@ -59,6 +65,7 @@ const MenuEntry SettingsMenu[] = {
     {"Wireframe when moving", MenuEntryItem, 115, 0, nullptr, Ticks<MoveWire>},
     {"Texture when moving", MenuEntrySeparated, 116, 0, nullptr, Ticks<MoveTexture>},
     {"Window labels", MenuEntryItem, 117, 0, nullptr, Ticks<WindowLabels>},
+    {"Fill the desktop window", MenuEntryItem, 140, 0, nullptr, FillDesktopCheck},
     {"Fast updates", MenuEntrySeparated, 118, 0, nullptr, Ticks<FastUpdates>},
     {"User preferences", MenuEntryLast, 119, 0, nullptr, nullptr},
 };

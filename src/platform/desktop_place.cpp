@@ -10,6 +10,10 @@ void PreferDesktopPlace(const DesktopPlace& place) {
     PreferredDesktopPlace = place;
 }
 
+bool ScreenIsOnDesktop() {
+    return CurrentDisplay() && !CurrentDisplay()->IsHeadless();
+}
+
 bool CurrentDesktopPlace(DesktopPlace& place) {
     return CurrentDisplay() && CurrentDisplay()->Place(place);
 }

@@ -11,6 +11,8 @@ struct DesktopPlace {
 // Where the next StartDisplay opens the window; as much of it as the desktop has room for. Without a preference it
 // opens as large as is comfortable, in the middle. Nothing on the headless display.
 void PreferDesktopPlace(const DesktopPlace& place);
+// Whether a desktop window shows the screen.
+bool ScreenIsOnDesktop();
 // False without a desktop window.
 bool CurrentDesktopPlace(DesktopPlace& place);
 

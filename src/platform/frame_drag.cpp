@@ -173,7 +173,7 @@ void FitOrRestore(ScreenWindow& window) {
         return;
     }
     const WindowRectangle before = window.Place;
-    SetWindowPlace(window, FittedPlace(window.Rules));
+    SetWindowPlace(window, FittedPlace(window));
     window.BeforeFit = before;
     window.Fitted = true;
 }

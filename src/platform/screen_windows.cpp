@@ -166,7 +166,7 @@ void ChangeScreenSize(int width, int height) {
         wanted.Y += grown;
         window->BeforeFit.Y += grown;
         if (window->Fitted) {
-            SetWindowPlace(*window, FittedPlace(window->Rules));
+            SetWindowPlace(*window, FittedPlace(*window));
             continue;
         }
         SetWindowPlace(*window, BroughtBack(wanted));
@@ -177,7 +177,10 @@ void ChangeScreenSize(int width, int height) {
     ArrangementChanged = true;
 }
 
-WindowRectangle FittedPlace(const SizeRules& rules) {
+WindowRectangle FittedPlace(const ScreenWindow& window) {
+    SizeRules rules = window.Rules;
+    if (window.FillsWhenFitted)
+        rules.AspectX = rules.AspectY = rules.StepX = rules.StepY = 0;
     const ContentSize room{Screen.Size.Width - 2 * FrameBorder, Screen.Size.Height - 2 * FrameBorder - TitleHeight};
     const ContentSize size = AllowedSize(rules, room, Leading::Smaller);
     return {FrameBorder + std::max(0, room.Width - size.Width) / 2,

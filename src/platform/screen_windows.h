@@ -31,6 +31,8 @@ struct ScreenWindow {
     bool CursorHidden = false;
     // Fitted to the screen by its title, and where it was before.
     bool Fitted = false;
+    // Aspect and steps give way when it is fitted.
+    bool FillsWhenFitted = false;
     WindowRectangle BeforeFit{};
 };
 
@@ -71,7 +73,7 @@ ContentSize ScreenSize();
 void ChangeScreenSize(int width, int height);
 
 // The content of a window with these rules that fills the screen as far as it may.
-WindowRectangle FittedPlace(const SizeRules& rules);
+WindowRectangle FittedPlace(const ScreenWindow& window);
 
 // Null for 0 and unknown identifiers.
 ScreenWindow* FindScreenWindow(int id);

@@ -251,6 +251,11 @@ void ToggleFit(int id) {
         FitOrRestore(*window);
 }
 
+void FillWhenFitted(int id, bool fills) {
+    if (ScreenWindow* window = FindScreenWindow(id))
+        window->FillsWhenFitted = fills;
+}
+
 bool PlaceBeforeFit(int id, WindowRectangle& place) {
     const ScreenWindow* window = FindScreenWindow(id);
     if (!window || !window->Fitted)

@@ -96,6 +96,8 @@ void ResizeByFrame(int id, int width, int height);
 void MoveByFrame(int id, int x, int y);
 void ToggleFit(int id);
 void PressCloseBox(int id);
+// Whether the window, when it fits the screen, fills it whatever its aspect and steps.
+void FillWhenFitted(int id, bool fills);
 // The place that a window which fits the screen goes back to; false for other windows.
 bool PlaceBeforeFit(int id, WindowRectangle& place);
 

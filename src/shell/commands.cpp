@@ -36,6 +36,7 @@
 #include "tools/volume_sweep.h"
 #include "views/default_views.h"
 #include "views/display_flags.h"
+#include "views/main_window.h"
 
 #include <string>
 
@@ -111,6 +112,11 @@ void ResetCentre() {
 /// The way of the window's close box, with its question about unsaved work.
 void Quit() {
     QueueEvent(gl::WINQUIT, 0);
+}
+
+void ToggleFillDesktop() {
+    FillDesktop = !FillDesktop;
+    FollowFillDesktop();
 }
 
 void OpenTheManual() {
@@ -264,6 +270,7 @@ const Command Commands[] = {
     {330, "Show all vertices", InEveryMode, Safe, Show<ShowVertices>},
     {331, "Window labels", InEveryMode, Safe, Show<WindowLabels>},
     {332, "Fast updates", InEveryMode, Safe, Switch<FastUpdates>},
+    {401, "Fill the desktop window", InEveryMode, Safe, ToggleFillDesktop},
     {333, "Wireframe when moving", InEveryMode, Safe, Switch<MoveWire>},
     {334, "Selected things solid", InEveryMode, Safe, Show<SelectionsSolid>},
     {335, "Singlebuffer when still", InEveryMode, Safe, ToggleSingleBuffer},

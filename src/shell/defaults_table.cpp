@@ -167,6 +167,8 @@ constexpr DefaultsRun WritingOrder[] = {
 const DefaultsEntry AddedTable[] = {
     Place("DesktopWindow", DesktopPlaceKnown, DesktopX, DesktopY, DesktopW, DesktopH),
     Flag("DesktopMaximised", DesktopMaximised),
+    Flag("FillDesktop", FillDesktop),
+    Flag("MainWindowPlacedByHand", MainPlacedByHand),
     Place("MainWindowBeforeFit", MainWindowFitted, MainFreeX, MainFreeY, MainFreeW, MainFreeH),
 };
 

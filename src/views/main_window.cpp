@@ -14,6 +14,7 @@
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "materials/material_definitions.h"
+#include "platform/desktop_place.h"
 #include "platform/events.h"
 #include "platform/windows.h"
 #include "store/pools.h"
@@ -35,6 +36,7 @@ int MainX, MainY, MainW, MainH;
 int MainWindowOpened;
 int MainWindowFitted;
 int MainFreeX, MainFreeY, MainFreeW, MainFreeH;
+int FillDesktop = 1, MainPlacedByHand;
 
 int EditMode;
 
@@ -188,9 +190,15 @@ void ChoosePlace() {
     }
 }
 
+bool FillsDesktop() {
+    return FillDesktop && gl::ScreenIsOnDesktop();
+}
+
 // A remembered window may be larger than the screen that it comes back on.
 void FitOnScreen() {
-    if (MainWindowFitted || MainWindow->Width > hres + 1 || MainWindow->Height > vres + 1)
+    gl::FillWhenFitted(MainWindow->Gid, FillsDesktop());
+    if (MainWindowFitted || (FillsDesktop() && !MainPlacedByHand) || MainWindow->Width > hres + 1 ||
+        MainWindow->Height > vres + 1)
         gl::ToggleFit(MainWindow->Gid);
 }
 
@@ -203,6 +211,8 @@ void RememberPlace() {
     MainWindowOpened = 1;
     gl::WindowRectangle free;
     MainWindowFitted = gl::PlaceBeforeFit(MainWindow->Gid, free);
+    if (FillsDesktop())
+        MainPlacedByHand = !MainWindowFitted;
     if (!MainWindowFitted)
         return;
     MainFreeX = free.X;
@@ -273,6 +283,17 @@ void CloseMainWindow() {
     FreeBoundTextures();
     FreeMaterials();
     CallSlot(TheMainWindowSlots.FreeTools);
+}
+
+void FollowFillDesktop() {
+    if (!MainWindow || !gl::ScreenIsOnDesktop())
+        return;
+    gl::WindowRectangle free;
+    if (gl::PlaceBeforeFit(MainWindow->Gid, free))
+        gl::ToggleFit(MainWindow->Gid);
+    gl::FillWhenFitted(MainWindow->Gid, FillDesktop);
+    if (FillDesktop)
+        gl::ToggleFit(MainWindow->Gid);
 }
 
 void ChangeWindowTitle() {

@@ -208,7 +208,7 @@ TEST_F(Menus, NothingIsChosenOnTitlesHeadingsAndOutside) {
     OpenWithPopup();
     // The panel begins 20 pixels left of the pointer and 8 below it: the title box first, then the heading.
     Play("in Menus\n"
-         "move 60 250\npress right\nrelease right\n"
+         "move 60 250\npress right\nrelease right\nkey Escape\n"
          "move 60 250\npress right\nmove 60 232\nrelease right\n"
          "move 60 250\npress right\nmove 60 208\nmove 10 250\nrelease right\n"
          "move 60 250\npress right\nmove 60 208\nmove 390 10\nrelease right\n");
@@ -257,7 +257,7 @@ TEST_F(Menus, AreKeptOnTheScreen) {
 TEST_F(Menus, AQuickClickAtTheScreensEdgeChoosesNothing) {
     Window* window = Open("Menus", 100, 0, 400, 300);
     window->EventFn = PopUp;
-    Play("in Menus\nclick right 100 30");
+    Play("in Menus\nclick right 100 30\nkey Escape");
     EXPECT_EQ(Chosen, std::vector<int>{-1});
     Play("in Menus\npopup 100 30 \"Three views\"");
     EXPECT_EQ(Chosen.back(), 33);
@@ -270,6 +270,23 @@ TEST_F(Menus, BarCallsBackWithEachChoice) {
     Chosen.clear();
     Play("in Menus\nmove 30 280\npress left\nmove 390 10\nrelease left");
     EXPECT_TRUE(Chosen.empty());
+}
+
+TEST_F(Menus, AQuickClickKeepsThemOpenForAnother) {
+    OpenWithPopup();
+    Play("in Menus\nclick right 60 250\nmove 60 208\npress left\nrelease left");
+    EXPECT_EQ(Chosen, std::vector<int>{19});
+    Play("in Menus\nclick right 60 250\nclick left 390 10");
+    EXPECT_EQ(Chosen.back(), -1);
+    CloseAllWindows();
+    Chosen.clear();
+    OpenWithBar();
+    Events.clear();
+    Play("in Menus\nclick left 30 280\nclick left 60 235");
+    EXPECT_EQ(Chosen, std::vector<int>{19});
+    Play("in Menus\nclick left 30 280\nkey Escape\nclick left 60 100");
+    EXPECT_EQ(Chosen.size(), 1u);
+    EXPECT_EQ(Events.size(), 2u) << "only the click after Escape is the window's";
 }
 
 TEST_F(Menus, BarFollowsThePointerFromTitleToTitle) {
@@ -339,7 +356,7 @@ TEST_F(Menus, AnOpenMenuOfANarrowBarLeavesTheOtherTitlesUncovered) {
         DirtyWindow(window);
         Settle();
         const gl::Picture closed = gl::ScreenPicture(false);
-        Play("in Menus\nmove 20 285\npress left\nsnapshot \"" + file + "\"\nmove 20 290\nrelease left\n");
+        Play("in Menus\nmove 20 285\npress left\nsnapshot \"" + file + "\"\nmove 20 290\nrelease left\nkey Escape\n");
         gl::Picture open;
         std::string error;
         ASSERT_TRUE(gl::ReadPng(open, file, error)) << error;

@@ -5,6 +5,7 @@
 #include "gooey/gadget.h"
 #include "gooey/modal.h"
 #include "gooey/pointer.h"
+#include "gooey/program_windows.h"
 #include "gooey/redraw.h"
 #include "gooey/window_stack.h"
 
@@ -317,4 +318,23 @@ TEST_F(WindowEvents, DoubleClicksAreTwoOnTheSameThingWithinHalfASecond) {
         gl::sginap(start + test.Ticks - ClockTicks());
         EXPECT_EQ(ClickItem(test.Second, test.Item), test.Result) << test.Name;
     }
+}
+
+TEST_F(WindowEvents, KeysBesideADialogAreMeantForIt) {
+    Window* owner = Open("Owner", 20, 20, 300, 300);
+    Window* other = Open("Other", 400, 20, 200, 200);
+    Open("Dialog", 100, 400, 100, 50, 0, owner);
+    DisableWindow(owner);
+    EnableWindow(WindowList->Next->Next);
+    Events.clear();
+    Play("in Owner\nmove 150 150\nkey x\nclick left 150 150");
+    EXPECT_EQ(Events, (std::vector<SeenEvent>{{gl::KEYBD, 'x'}})) << "clicks are lost as before";
+    DisableWindow(other);
+    Events.clear();
+    Play("in Other\nmove 50 50\nkey x");
+    EXPECT_TRUE(Events.empty()) << "the dialog is another window's";
+    MainWindow = owner;
+    Play("in Other\nmove 50 50\nkey x\nmove 50 500\nkey y");
+    MainWindow = nullptr;
+    EXPECT_EQ(Events.size(), 2u);
 }

@@ -209,6 +209,24 @@ TEST_F(Frames, AFittedWindowFollowsTheScreenUntilItIsPlacedElsewhere) {
     EXPECT_EQ(WindowPlace(window), (WindowRectangle{10, 210, 100, 100}));
 }
 
+TEST_F(Frames, AWindowThatFillsTheScreenLeavesItsAspect) {
+    const int window = OpenAt("w", 100, 100, 200, 200);
+    winset(window);
+    keepaspect(1, 1);
+    winconstraints();
+    ToggleFit(window);
+    EXPECT_EQ(WindowPlace(window).Width, WindowPlace(window).Height);
+    ToggleFit(window);
+    FillWhenFitted(window, true);
+    ToggleFit(window);
+    std::string error;
+    ASSERT_TRUE(AdoptScreenPixels(500, 400, error)) << error;
+    EXPECT_EQ(WindowPlace(window),
+              (WindowRectangle{FrameBorder, FrameBorder, 500 - 2 * FrameBorder, 400 - 2 * FrameBorder - TitleHeight}));
+    ToggleFit(window);
+    EXPECT_EQ(WindowPlace(window).Width, 200);
+}
+
 TEST_F(Frames, NewWindowsAvoidTheOthersAndStayOnTheScreen) {
     std::vector<WindowRectangle> outers;
     for (int i = 0; i < 4; i++) {
