@@ -30,7 +30,7 @@ std::int32_t WireframeCheck() {
 }
 
 std::int32_t FillDesktopCheck() {
-    return gl::ScreenIsOnDesktop() ? SimpleMenuCheck(FillDesktop) : MenuHidden;
+    return SimpleMenuCheck(!FloatOnDesktop) | (gl::ScreenIsOnDesktop() ? 0 : MenuDisabled);
 }
 
 const MenuEntry DirectionMenu[] = {

@@ -115,8 +115,8 @@ void Quit() {
 }
 
 void ToggleFillDesktop() {
-    FillDesktop = !FillDesktop;
-    FollowFillDesktop();
+    FloatOnDesktop = !FloatOnDesktop;
+    FollowFloatOnDesktop();
 }
 
 void OpenTheManual() {

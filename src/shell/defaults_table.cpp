@@ -33,6 +33,11 @@ constexpr DefaultsEntry Flag(const char* key, int& value) {
     return {.Key = key, .Form = DefaultsForm::Flag, .Values = {&value}};
 }
 
+/// Of a flag that most files know nothing of.
+constexpr DefaultsEntry FlagWhenSet(const char* key, int& value) {
+    return {.Key = key, .Form = DefaultsForm::Flag, .Values = {&value}, .WrittenIf = &value};
+}
+
 constexpr DefaultsEntry Integer(const char* key, int& value, const DefaultsRange* range = nullptr) {
     return {.Key = key, .Form = DefaultsForm::Integer, .Values = {&value}, .Range = range};
 }
@@ -167,8 +172,8 @@ constexpr DefaultsRun WritingOrder[] = {
 const DefaultsEntry AddedTable[] = {
     Place("DesktopWindow", DesktopPlaceKnown, DesktopX, DesktopY, DesktopW, DesktopH),
     Flag("DesktopMaximised", DesktopMaximised),
-    Flag("FillDesktop", FillDesktop),
-    Flag("MainWindowPlacedByHand", MainPlacedByHand),
+    FlagWhenSet("FloatOnDesktop", FloatOnDesktop),
+    FlagWhenSet("MainWindowPlacedByHand", MainPlacedByHand),
     Place("MainWindowBeforeFit", MainWindowFitted, MainFreeX, MainFreeY, MainFreeW, MainFreeH),
 };
 

@@ -36,7 +36,7 @@ int MainX, MainY, MainW, MainH;
 int MainWindowOpened;
 int MainWindowFitted;
 int MainFreeX, MainFreeY, MainFreeW, MainFreeH;
-int FillDesktop = 1, MainPlacedByHand;
+int FloatOnDesktop, MainPlacedByHand;
 
 int EditMode;
 
@@ -191,7 +191,7 @@ void ChoosePlace() {
 }
 
 bool FillsDesktop() {
-    return FillDesktop && gl::ScreenIsOnDesktop();
+    return !FloatOnDesktop && gl::ScreenIsOnDesktop();
 }
 
 // A remembered window may be larger than the screen that it comes back on.
@@ -285,14 +285,14 @@ void CloseMainWindow() {
     CallSlot(TheMainWindowSlots.FreeTools);
 }
 
-void FollowFillDesktop() {
+void FollowFloatOnDesktop() {
     if (!MainWindow || !gl::ScreenIsOnDesktop())
         return;
     gl::WindowRectangle free;
     if (gl::PlaceBeforeFit(MainWindow->Gid, free))
         gl::ToggleFit(MainWindow->Gid);
-    gl::FillWhenFitted(MainWindow->Gid, FillDesktop);
-    if (FillDesktop)
+    gl::FillWhenFitted(MainWindow->Gid, !FloatOnDesktop);
+    if (!FloatOnDesktop)
         gl::ToggleFit(MainWindow->Gid);
 }
 

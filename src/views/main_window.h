@@ -12,9 +12,9 @@ extern int MainWindowOpened;
 /// Flag: that place fits the screen, and the place that the user goes back to from there.
 extern int MainWindowFitted;
 extern int MainFreeX, MainFreeY, MainFreeW, MainFreeH;
-/// A preference: on a desktop the window fills the screen, aspect or not, until the user places it by hand; a double
-/// click on its title goes back to that. And the flag that it was placed by hand last.
-extern int FillDesktop, MainPlacedByHand;
+/// A preference that is off at first: with it off, on a desktop, the window fills the screen, aspect or not, until the
+/// user places it by hand; a double click on its title goes back to that. And the flag that it was placed by hand last.
+extern int FloatOnDesktop, MainPlacedByHand;
 
 /// What the mode buttons show: polygons (0) or vertices (1).
 extern int EditMode;
@@ -45,8 +45,8 @@ Gadget* AddMainDrawing();
 /// Its close function: remembers its place.
 void CloseMainWindow();
 
-/// Fills the screen, or goes back to the size before, as FillDesktop now says. Nothing without a desktop.
-void FollowFillDesktop();
+/// Fills the screen, or goes back to the size before, as FloatOnDesktop now says. Nothing without a desktop.
+void FollowFloatOnDesktop();
 
 /// The model's name as title, with "*" while work is unsaved.
 void ChangeWindowTitle();
