@@ -65,7 +65,7 @@ const MenuEntry SettingsMenu[] = {
     {"Wireframe when moving", MenuEntryItem, 115, 0, nullptr, Ticks<MoveWire>},
     {"Texture when moving", MenuEntrySeparated, 116, 0, nullptr, Ticks<MoveTexture>},
     {"Window labels", MenuEntryItem, 117, 0, nullptr, Ticks<WindowLabels>},
-    {"Fill the desktop window", MenuEntryItem, 140, 0, nullptr, FillDesktopCheck},
+    {"Fill the desktop window", MenuEntryItem, 17, 0, nullptr, FillDesktopCheck},
     {"Fast updates", MenuEntrySeparated, 118, 0, nullptr, Ticks<FastUpdates>},
     {"User preferences", MenuEntryLast, 119, 0, nullptr, nullptr},
 };

@@ -28,7 +28,7 @@ constexpr int AddedSettingCodes[] = {401};
 constexpr CodesOfItems Menus[] = {
     {11, FileCodes},    {18, EditCodes},     {25, ViewCodes},          {37, VertexCodes},
     {46, PolygonCodes}, {76, ObjectCodes},   {84, SceneCodes},         {91, AttributeCodes},
-    {103, GizmoCodes},  {107, SettingCodes}, {140, AddedSettingCodes},
+    {103, GizmoCodes},  {107, SettingCodes}, {17, AddedSettingCodes},
 };
 
 struct HelpItem {
