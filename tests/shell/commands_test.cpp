@@ -127,7 +127,7 @@ TEST(Commands, KeysThatAreNoneInAModeDoNothing) {
     EXPECT_EQ(AnyCommand(BackspaceCharacter, InSceneMode), nullptr);
     EXPECT_EQ(AnyCommand(ReturnCharacter, InPolygonMode), nullptr);
     EXPECT_EQ(AnyCommand(ReturnCharacter, InVertexMode), nullptr);
-    EXPECT_EQ(CodeOfItem(17), 0);
+    EXPECT_EQ(CodeOfItem(10), 0);
     EXPECT_EQ(CodeOfItem(0), 0);
     EXPECT_EQ(CodeOfItem(-1), 0);
     EXPECT_EQ(AnyCommand(0, InPolygonMode), nullptr);
