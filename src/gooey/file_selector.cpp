@@ -215,7 +215,7 @@ void AddSelectorGadgets() {
                                            .Size = MaxFileName,
                                            .Filter = FileNameFilter,
                                            .Callback = NameEntered});
-        ActivateText(selector.NameInput, 0);
+        ActivateWholeText(selector.NameInput, 0);
     } else {
         Kirvo_AddGadget(DrawFilePrompt, nullptr);
     }

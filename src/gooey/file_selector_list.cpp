@@ -68,10 +68,18 @@ int Paste(const FileSelector& selector) {
     return 1;
 }
 
+/// What becomes of a name that a "/" is typed behind: a path.
+std::string PathTypedSoFar(const FileSelector& selector) {
+    bool isTyped = selector.NameInput && TextIsActive(selector.NameInput) && !WholeTextIsSelected(selector.NameInput);
+    return (isTyped ? std::string(selector.Name) : "") + "/";
+}
+
 /// Keys that mean the same whether or not a name can be typed.
 int CommonKey(FileSelector& selector, int character) {
     switch (character) {
     case '/':
+        StartPathEntry(PathTypedSoFar(selector).c_str());
+        return 1;
     case '~': {
         const char text[] = {static_cast<char>(character), '\0'};
         StartPathEntry(text);

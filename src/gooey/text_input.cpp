@@ -318,6 +318,20 @@ void ActivateText(Gadget* gadget, int redraw) {
         ShowChange(gadget);
 }
 
+void ActivateWholeText(Gadget* gadget, int redraw) {
+    ActivateText(gadget, 0);
+    if (!TextIsActive(gadget))
+        return;
+    InputOf(gadget).Anchor = 0;
+    if (redraw)
+        ShowChange(gadget);
+}
+
+int WholeTextIsSelected(const Gadget* gadget) {
+    const TextInput& input = InputOf(gadget);
+    return input.Cursor > 0 && input.Anchor == 0 && input.Cursor == CharactersIn(input.Buffer);
+}
+
 void DeactivateText(Gadget* gadget) {
     TextInput& input = InputOf(gadget);
     if (input.Cursor < 0)

@@ -69,6 +69,10 @@ extern Gadget* TextCaller;
 
 /// Puts the cursor at the end of the text, optionally showing it at once. The input gets the window's keys.
 void ActivateText(Gadget* gadget, int redraw);
+/// The same with all of the text selected, so that typing replaces it.
+void ActivateWholeText(Gadget* gadget, int redraw);
+/// 1 when all of a text that is not empty is selected.
+int WholeTextIsSelected(const Gadget* gadget);
 void DeactivateText(Gadget* gadget);
 int TextIsActive(const Gadget* gadget);
 

@@ -8,8 +8,19 @@
 #include "views/default_views.h"
 #include "views/display_flags.h"
 #include "views/fitting.h"
+#include "views/upright.h"
 #include "views/viewports.h"
 #include "views/work_area.h"
+
+void Show3dView(View* view) {
+    if (!view->Perspective) {
+        SetDefaultView(view, Direction3D);
+        return;
+    }
+    MakeViewUpright(view);
+    RememberView(view);
+    DirtyCurrentWindow();
+}
 
 void SetDefaultView(View* view, int direction) {
     if (ObjectIsolated)

@@ -6,6 +6,8 @@
 
 /// Copies the default view of a direction (0 to 5, or Direction3D) into the view, which the current window shows.
 void SetDefaultView(View* view, int direction);
+/// The default 3D view; a view that is one already is turned upright.
+void Show3dView(View* view);
 
 /// Fits the view, which the current window shows, to the model, wherever that lies. What comes out becomes the default
 /// of its kind.

@@ -4,6 +4,7 @@
 #include "platform/damage.h"
 #include "platform/desktop_keyboard.h"
 #include "platform/display.h"
+#include "platform/dropped_files.h"
 #include "platform/event_queue.h"
 #include "platform/events.h"
 #include "platform/graphics_context.h"
@@ -347,6 +348,10 @@ void DesktopDisplay::TakeEvent(const SDL_Event& event) {
     case SDL_WINDOWEVENT:
         TakeWindowEvent(event.window);
         GrabWhileAltIsHeld();
+        break;
+    case SDL_DROPFILE:
+        FileWasDropped(event.drop.file);
+        SDL_free(event.drop.file);
         break;
     case SDL_QUIT:
         QuitRequested();

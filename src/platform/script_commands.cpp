@@ -1,4 +1,5 @@
 // The script commands that need no knowledge of gadgets, and the reading of their arguments.
+#include "platform/dropped_files.h"
 #include "platform/event_queue.h"
 #include "platform/events.h"
 #include "platform/frame_drag.h"
@@ -223,6 +224,13 @@ ScriptResult Snapshot(ScriptCall& call) {
     return ScriptResult::Done;
 }
 
+ScriptResult Drop(ScriptCall& call) {
+    if (call.Words.size() != 2)
+        return Refuse(call, "drop needs a file name");
+    FileWasDropped(call.Words[1]);
+    return ScriptResult::Done;
+}
+
 ScriptResult Echo(ScriptCall& call) {
     if (call.Words.size() != 2)
         return Refuse(call, "echo needs a text");
@@ -255,6 +263,7 @@ const struct {
     {"place", ResizeOrPlace},
     {"snapshot", Snapshot},
     {"echo", Echo},
+    {"drop", Drop},
 };
 
 } // namespace

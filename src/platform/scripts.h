@@ -2,7 +2,7 @@
 // words separated by blanks, "..." keeps blanks (with \" and \\), # begins a comment. Events enter where the desktop's
 // enter, one at a time: the next when the program has asked for events, found none, and let time pass. The commands
 // that need no knowledge of gadgets are built in: in move press release click doubleclick drag wheel key hold let type
-// puck wait close quit resize place snapshot echo. A toolkit adds more through AddScriptCommand.
+// puck wait close quit resize place snapshot echo drop. A toolkit adds more through AddScriptCommand.
 #pragma once
 
 #include <string>

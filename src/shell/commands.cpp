@@ -75,6 +75,10 @@ void ShowFrom() {
     SetDefaultView(KeyView, Direction);
 }
 
+void ShowIn3d() {
+    Show3dView(KeyView);
+}
+
 template <int& Flag>
 void Show() {
     ToggleShown(Flag);
@@ -245,7 +249,7 @@ const Command Commands[] = {
     {Key('r'), "Right", InEveryMode, Safe, ShowFrom<3>},
     {Key('f'), "Front", InEveryMode, Safe, ShowFrom<4>},
     {Key('b'), "Back", InEveryMode, Safe, ShowFrom<5>},
-    {Key('3'), "3d", InEveryMode, Safe, ShowFrom<Direction3D>},
+    {Key('3'), "3d", InEveryMode, Safe, ShowIn3d},
     {Key('w'), "Swap views", InEveryMode, Safe, SwapLargeView},
     {Key('.'), "Three views", InEveryMode, Safe, ToggleThreeViews},
     {Key(','), "Set working area", InEveryMode, Safe, NotYet},

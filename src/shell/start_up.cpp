@@ -33,6 +33,7 @@
 #include "shell/command_line.h"
 #include "shell/defaults.h"
 #include "shell/desktop_place.h"
+#include "shell/dropped_files.h"
 #include "shell/model_report.h"
 #include "shell/quitting.h"
 #include "shell/script_positions.h"
@@ -104,6 +105,7 @@ void RunMainLoop() {
         RaiseQuitWindow();
         PopMessageWindows();
         CheckManualOpener();
+        OpenDroppedFiles();
         if (state == 0)
             PrepareSelection();
     }

@@ -35,13 +35,7 @@ void ShowTexture(Texture* texture) {
 
 void LoadChosenTexture(int, const char* directory, const char* name) {
     Trace("Load texture %s/%s\n", directory, name);
-    Texture* texture = AddTexture(PathIn(directory, name).c_str());
-    if (!texture) {
-        TellUser(MsgTextureError);
-        return;
-    }
-    ShowTexture(texture);
-    TextureAppChange();
+    LoadTextureFile(PathIn(directory, name).c_str());
 }
 
 void TakeChosenTexture(int, const char* directory, const char* name) {
@@ -71,6 +65,16 @@ void DeleteThemAll(int ok) {
 }
 
 } // namespace
+
+void LoadTextureFile(const char* path) {
+    Texture* texture = AddTexture(path);
+    if (!texture) {
+        TellUser(MsgTextureError);
+        return;
+    }
+    ShowTexture(texture);
+    TextureAppChange();
+}
 
 void LoadTexture() {
     SelectImage(LoadChosenTexture);

@@ -6,6 +6,9 @@
 /// Adds an image, chosen by the user, to the list.
 void LoadTexture();
 
+/// Adds the image of this path to the list.
+void LoadTextureFile(const char* path);
+
 /// Gives the current texture another image, chosen by the user.
 void ReplaceTexture();
 

@@ -223,6 +223,15 @@ TEST_F(FileSelectors, TypedPathsAreFollowed) {
     EXPECT_EQ(Choices, (std::vector<Choice>{{FileToOpen, Directory, "a&b $(x).kirvo"}}));
 }
 
+TEST_F(FileSelectors, TypingReplacesTheNameToSaveAndASlashMakesItAPath) {
+    OpenSelector(FileToSave, "tower.kirvo");
+    In("Save file as...", "type zoo/new\nkey Return");
+    EXPECT_EQ(State().Directory, Directory + "/zoo");
+    EXPECT_STREQ(State().Name, "new");
+    In("Save file as...", "key Return");
+    EXPECT_EQ(Choices, (std::vector<Choice>{{FileToSave, Directory + "/zoo", "new"}}));
+}
+
 TEST_F(FileSelectors, PastedPathsAreFollowed) {
     OpenSelector(FileToSave);
     gl::SetClipboardText((Directory + "/Bridges/new span\n").c_str());

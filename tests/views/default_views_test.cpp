@@ -13,6 +13,7 @@
 #include "views/fitting.h"
 #include "views/grid.h"
 #include "views/scene_views.h"
+#include "views/upright.h"
 #include "views/view_transform.h"
 #include "views/viewports.h"
 
@@ -21,6 +22,40 @@
 #include <limits>
 
 class DefaultViews : public ViewsTest {};
+
+TEST_F(DefaultViews, OnesThatAreRolledOrSteepBecomeUpright) {
+    struct Case {
+        double Roll, Pitch;
+        bool Steep;
+    };
+
+    OpenPlain(300, 200);
+    AddBox(4, 4, 3);
+    for (const Case& test : {Case{0, 0, false}, {0.7, 0, false}, {3.0, 0.3, false}, {-1, 1.3, true}, {0, -1.9, true}}) {
+        View view = {};
+        SetDefaultObjectView(&view, Direction3D);
+        const Matrix before = [&] {
+            Matrix copy;
+            CopyMatrix(copy, view.ViewMatrix);
+            return copy;
+        }();
+        view.HasCentre = 1;
+        view.Centre[0] = 2;
+        MultMatrix(view.ViewMatrix, PitchMatrix(test.Pitch), view.ViewMatrix);
+        MultMatrix(view.ViewMatrix, RollMatrix(test.Roll), view.ViewMatrix);
+        double pivot[3], after[3];
+        TransformPoint(view.Centre, view.ViewMatrix, pivot);
+        MakeViewUpright(&view);
+        const Matrix& m = view.ViewMatrix;
+        TransformPoint(view.Centre, m, after);
+        EXPECT_LT(DistanceBetweenCoords(pivot, after), 1e-9) << "what it turns about stays";
+        EXPECT_NEAR(m[2][0], 0, 1e-12) << "nothing of the roll is left";
+        EXPECT_GT(m[2][2], 0.49);
+        EXPECT_NEAR(m[0][1] * before[1][1], m[1][1] * before[0][1], 1e-9) << "the heading";
+        EXPECT_FALSE(IsMirroring(m));
+        EXPECT_TRUE(!test.Steep || std::abs(m[2][1]) < 0.5);
+    }
+}
 
 TEST_F(DefaultViews, AreMadeWhenAViewIsFirstNeeded) {
     OpenPlain(300, 200);
