@@ -1,8 +1,8 @@
 #include "views/upright.h"
 
 #include "geometry/vectors.h"
-#include "views/default_views.h"
 #include "store/storage.h"
+#include "views/default_views.h"
 #include "views/shown_extent.h"
 
 #include <algorithm>
