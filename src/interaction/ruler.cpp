@@ -1,0 +1,3 @@
+#include "interaction/ruler.h"
+
+Window* RulerGizmo;
