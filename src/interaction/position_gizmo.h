@@ -41,8 +41,17 @@ void ForceOffsetUpdate();
 void DoOffsetMaths(int mode);
 void DoOffsetUpdate(int mode);
 
+/// Bracket a drag: it is shown in the current window or, with 0, in the large viewport. After it the matrix is applied
+/// settled.
+void StartOffsetMove(int inCurrentWindow);
+void StopOffsetMove();
+
 /// Closes the gizmo as its buttons do: with Done, or with Cancel.
 void CloseOffsetGizmo(int accept);
+/// 1 from its opening until its owner has been told of the end.
+int PositionGizmoIsOpen();
 
 /// The window; null while closed.
 extern Window* OffsetGizmo;
+/// Its last bottom-left corner, screen pixels, and a flag: there is one. Kept with the defaults.
+extern int OffsetX, OffsetY, OffsetGizmoOpened;

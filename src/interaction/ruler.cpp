@@ -1,3 +1,0 @@
-#include "interaction/ruler.h"
-
-Window* RulerGizmo;

@@ -1,0 +1,12 @@
+#pragma once
+
+// Moving what is selected in the current object with the position gizmo.
+
+/// The selected polygons, with their sub-polygons; they part from their neighbours meanwhile.
+void MovePolygons();
+/// The selected vertices.
+void MoveVertices();
+
+/// Gives polygons outside the selected level of detail vertices of their own where they share selected ones with
+/// polygons of that level.
+void SplitLodVertexClashes();
