@@ -4,6 +4,7 @@
 #include "gooey/message_table.h"
 #include "gooey/redraw.h"
 #include "gooey/tool_window.h"
+#include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "interaction/position_pages.h"
 #include "interaction/position_state.h"

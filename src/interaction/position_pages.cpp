@@ -35,6 +35,8 @@ constexpr int TouchesAlready = 160;
 constexpr int UndoLabel = 7, RedoLabel = 8, DoneLabel = 6, CancelLabel = 5;
 /// Beyond this nothing that is placed keeps its shape.
 constexpr double Farthest = 1e12;
+/// From one stacked button to the next, downwards.
+constexpr int PageStep = -37;
 
 std::vector<Gadget*> PageGadgets[3];
 NumericFields Offsets, Angles, Scales;
@@ -104,8 +106,11 @@ const NumericPanel OffsetPanel = {.Inputs = OffsetInputs,
                                   .Apply = TakeOffset,
                                   .Unreadable = ClearOffset,
                                   .ManualPage = ManualPage};
-const NumericPanel AnglePanel = {
-    .Inputs = AngleInputs, .Text = AngleText, .Apply = TakeAngle, .Return = AfterReturn::Stay, .ManualPage = ManualPage};
+const NumericPanel AnglePanel = {.Inputs = AngleInputs,
+                                 .Text = AngleText,
+                                 .Apply = TakeAngle,
+                                 .Return = AfterReturn::Stay,
+                                 .ManualPage = ManualPage};
 
 const NumericPanel& ScalePanel() {
     static const int top = -86 - InputHeight(TextSmallFont);
@@ -360,11 +365,9 @@ void AddPanelTo(int page, const NumericPanel& panel, NumericFields& fields) {
 }
 
 void AddTranslatePage() {
-    constexpr int step = 37;
     const char* const modes[] = {"Drag with mouse", "Difference between vertices", "Move to touch grid"};
-    AddTo(TranslatePage, {AddButtons(0, -121, 240, ButtonsStacked | ButtonsSmallFont,
-                                     OwnerOfPosition().Touch ? 3 : 2, modes, ChangeTranslateMode,
-                                     &Position.TranslateMode, &step)});
+    AddTo(TranslatePage, {AddButtons(0, -121, 240, ButtonsStacked | ButtonsSmallFont, OwnerOfPosition().Touch ? 3 : 2,
+                                     modes, ChangeTranslateMode, &Position.TranslateMode, &PageStep)});
     AddPanelTo(TranslatePage, OffsetPanel, Offsets);
     const char* const locks[] = {"Lock X", "Lock Y", "Lock Z"};
     for (int axis = 0; axis < 3; ++axis)
@@ -387,12 +390,12 @@ void AddRotatePage() {
                                       .End = EndTurn,
                                       .Label = "Angle"}),
                        AddButtons(4, -111, 170, ButtonsStacked | ButtonsSmallFont, 3, centres, ChangeCentre,
-                                  &Position.CentreMode, nullptr),
+                                  &Position.CentreMode, &PageStep),
                        AddButtons(174, -111, 160, ButtonsStacked | ButtonsSmallFont, 4, axes, ChangeAxis,
-                                  &Position.AxisMode, nullptr)});
+                                  &Position.AxisMode, &PageStep)});
     AddPanelTo(RotatePage, AnglePanel, Angles);
-    AddTo(RotatePage, {AddButtons(338, -222, 0, ButtonsSmallFont | ButtonsNarrow, 1, between, PickAngle, nullptr,
-                                  nullptr)});
+    AddTo(RotatePage,
+          {AddButtons(338, -222, 0, ButtonsSmallFont | ButtonsNarrow, 1, between, PickAngle, nullptr, nullptr)});
 }
 
 void AddScalePage() {
@@ -411,13 +414,13 @@ void AddPositionPages() {
     AddBackdrop();
     Kirvo_AddGadget(SetGadgetVisibility, nullptr);
     const char* const pages[] = {"Translate", "Rotate", "Scale"};
-    AddButtons(0, -38, PositionGizmoWidth, ButtonsOfGivenWidth, 3, pages, ChangePage, &Position.Page, nullptr);
+    AddButtons(0, -38, PositionGizmoWidth, ButtonsOfTextWidth, 3, pages, ChangePage, &Position.Page, nullptr);
     AddTranslatePage();
     AddRotatePage();
     AddScalePage();
     const int steps[] = {UndoLabel, RedoLabel}, ends[] = {DoneLabel, CancelLabel};
-    AddIntButtons(0, 12, 252, ButtonsOfGivenWidth, 2, steps, ChangeSteps, nullptr, nullptr);
-    AddIntButtons(252, 12, 252, ButtonsOfGivenWidth, 2, ends, ChooseEnd, nullptr, nullptr);
+    AddIntButtons(0, 12, 252, ButtonsOfTextWidth, 2, steps, ChangeSteps, nullptr, nullptr);
+    AddIntButtons(252, 12, 252, ButtonsOfTextWidth, 2, ends, ChooseEnd, nullptr, nullptr);
     Kirvo_AddGadget(DrawDividers, nullptr);
     SetGadgetVisibility();
 }

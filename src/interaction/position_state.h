@@ -7,8 +7,11 @@
 // without a window. Axes are 0 to 2. Angles are degrees.
 
 enum PositionPage { TranslatePage, RotatePage, ScalePage };
+
 enum TranslateMode { DragWithMouse, DifferenceBetweenVertices, MoveToTouchGrid };
+
 enum CentreMode { CentreOfSelection, CentreAtOrigin, CentreAtVertex };
+
 /// The first three are axes by number.
 enum AxisMode { ThroughVertex = 3 };
 

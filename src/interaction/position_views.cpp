@@ -72,9 +72,7 @@ std::span<const int> AxesOf(const View* view) {
 }
 
 int PointUnderPointer(View* view, double* point) {
-    GridBehindOriginAllowed = 1;
     const int hit = IntersectGrid(view, point);
-    GridBehindOriginAllowed = 0;
     if (hit)
         TransformCoordinate(point, MatrixInverse(ViewMat(view)), point);
     return hit;

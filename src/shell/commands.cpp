@@ -24,6 +24,7 @@
 #include "tools/create_sphere.h"
 #include "tools/create_vertices.h"
 #include "tools/make_sub_polygons.h"
+#include "tools/move.h"
 #include "tools/n_gons.h"
 #include "tools/polygon_copies.h"
 #include "tools/polygon_operations.h"
@@ -163,14 +164,14 @@ const Command Commands[] = {
     {265, "Create with digitising tablet", InEveryMode, Action, Digitise},
     {266, "Read coordinates from text file", InEveryMode, Action, NotYet},
     {270, "Delete unused vertices", InEveryMode, Action, DeleteUnusedVertices},
-    {271, "Move vertices", InEveryMode, Action, NotYet},
+    {271, "Move vertices", InEveryMode, Action, MoveVertices},
     {272, "Query vertices", InEveryMode, Action, NotYet},
     {273, "Stick vertices to grid", InEveryMode, Action, StickToGrid},
     {274, "Amalgamate object", InEveryMode, Action, NotYet},
     {275, "Delete duplicate vertices", InEveryMode, Action, MergeDuplicateVertices},
     {276, "Connect vertices to make polygons", InEveryMode, Action, CreatePolysByConnecting},
     {277, "Delete (leave vertices)", InEveryMode, Action, DeletePolygons},
-    {281, "Move polygons", InEveryMode, Action, NotYet},
+    {281, "Move polygons", InEveryMode, Action, MovePolygons},
     {282, "Raise walls", InEveryMode, Action, NotYet},
     {283, "Peak centre", InEveryMode, Action, NotYet},
     {284, "Reverse polygons", InEveryMode, Action, ReversePolygons},
@@ -224,8 +225,8 @@ const Command Commands[] = {
     {DeleteCharacter, "Delete unused vertices", InVertexMode, Action, DeleteUnusedVertices},
     {DeleteCharacter, "Delete (leave vertices)", InPolygonMode, Action, DeletePolygons},
     {ReturnCharacter, "Add object on grid", InSceneMode, Action, NotYet},
-    {Key('x'), "Move vertices", InVertexMode, Action, NotYet},
-    {Key('x'), "Move polygons", InPolygonMode, Action, NotYet},
+    {Key('x'), "Move vertices", InVertexMode, Action, MoveVertices},
+    {Key('x'), "Move polygons", InPolygonMode, Action, MovePolygons},
     {Key('x'), "Move part of the scene", InSceneMode, Action, NotYet},
     {Ctrl('A'), "Select all vertices", InVertexMode, Action, SelectAllVertices},
     {Ctrl('A'), "Select all polygons", InPolygonMode, Action, SelectAllPolygons},

@@ -5,6 +5,7 @@
 #include "files/writer.h"
 #include "gooey/draw.h"
 #include "gooey/window.h"
+#include "interaction/position_gizmo.h"
 #include "materials/default_materials.h"
 #include "shell/command_line.h"
 #include "shell/desktop_place.h"

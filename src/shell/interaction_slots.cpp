@@ -4,6 +4,7 @@
 #include "interaction/input.h"
 #include "interaction/manipulation.h"
 #include "interaction/modes.h"
+#include "interaction/position_views.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_prompt.h"
 #include "materials/material_definitions.h"
@@ -41,6 +42,8 @@ void RemakeSweeps() {
 void RegisterOverlays() {
     RegisterOverlay({OverlayBand::Model, NewSolidOrder, DrawNewSolid});
     RegisterOverlay({OverlayBand::Model, NewSweepOrder, DrawNewSweep});
+    RegisterOverlay({OverlayBand::Model, PickedPointsOrder, DrawOffsetVertex});
+    RegisterOverlay({OverlayBand::Model, RotationAxisOrder, ShowRotationAxis});
     RegisterOverlay({OverlayBand::BeforeModel, 10, DrawNewPolygon});
     RegisterOverlay({OverlayBand::Label, 10, DrawHUD});
 }

@@ -1,17 +1,23 @@
 #include "shell/model_report.h"
 
 #include "base/directories.h"
+#include "gooey/program_windows.h"
+#include "gooey/report.h"
 #include "interaction/modes.h"
+#include "interaction/position_gizmo.h"
+#include "interaction/position_state.h"
 #include "store/accessors.h"
 #include "store/clean_up.h"
 #include "store/polygon_editing.h"
 #include "store/storage.h"
 #include "store/walks.h"
 #include "views/status_line.h"
+#include "views/tool_bar.h"
 #include "views/viewports.h"
 
 #include <nlohmann/json.hpp>
 
+#include <cstring>
 #include <map>
 
 using Json = nlohmann::ordered_json;
@@ -169,6 +175,32 @@ Json Views() {
     return views;
 }
 
+/// The name that the running tool's bar begins with.
+Json Tool() {
+    if (!ToolBarActive())
+        return {};
+    for (const GadgetView& gadget : GadgetsOf(MainWindow))
+        if (std::strcmp(gadget.Kind->Name, "label") == 0)
+            return gadget.Description.Label;
+    return {};
+}
+
+Json Gizmo() {
+    if (!PositionGizmoIsOpen())
+        return {};
+    const int* locks = Position.Lock;
+    return {{"page", Position.Page},
+            {"matrix", Numbers(ComposedPosition())},
+            {"offsets", Numbers(Position.Offset, 3)},
+            {"locks", {locks[0] != 0, locks[1] != 0, locks[2] != 0}},
+            {"angle", Position.Angle},
+            {"centre", Numbers(Position.Centre, 3)},
+            {"axis", Numbers(Position.Axis, 3)},
+            {"scales", Numbers(Position.Scale, 3)},
+            {"undo", PositionUndoSteps()},
+            {"redo", PositionRedoSteps()}};
+}
+
 } // namespace
 
 void ReportModel(Json& report) {
@@ -183,4 +215,6 @@ void ReportModel(Json& report) {
     report["textures"] = Textures();
     report["scene"] = ReportOf(Scene());
     report["views"] = Views();
+    report["tool"] = Tool();
+    report["gizmo"] = Gizmo();
 }

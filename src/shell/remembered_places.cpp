@@ -5,7 +5,6 @@ int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
 int MateditX, MateditY, MaterialEditorOpened;
 int StructX, StructY, StructureEditorOpened;
 int GridX, GridY, GridGizmoOpened;
-int OffsetX, OffsetY, OffsetGizmoOpened;
 int RulerX, RulerY, RulerGizmoOpened;
 int DimensionX, DimensionY, DimensionsOpened;
 int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;

@@ -9,7 +9,6 @@ extern int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
 extern int MateditX, MateditY, MaterialEditorOpened;
 extern int StructX, StructY, StructureEditorOpened;
 extern int GridX, GridY, GridGizmoOpened;
-extern int OffsetX, OffsetY, OffsetGizmoOpened;
 extern int RulerX, RulerY, RulerGizmoOpened;
 extern int DimensionX, DimensionY, DimensionsOpened;
 extern int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;

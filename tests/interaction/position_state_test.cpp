@@ -74,6 +74,7 @@ TEST(PositionState, TurnsAboutItsAxisThroughTheCentre) {
         {2, {3, 3, 4}, {2, 4, 4}},
         {ThroughVertex, {2, 3, 5}, {2, 4, 4}}, // about -x
     };
+
     for (const auto& turn : cases) {
         SCOPED_TRACE(turn.Mode);
         Begin();
@@ -117,8 +118,9 @@ TEST(RotateDial, ReadsAnglesClockwiseFromStraightUp) {
     struct {
         int X, Y;
         double Angle;
-    } const cases[] = {{1, 1000, 0},    {1000, 1, 90},      {-1000, 1, -90},  {1, -1000, 180},
-                       {-1, -1000, 180}, {30, 30, 45},       {-30, -30, -135}, {-1, 1000, 0}};
+    } const cases[] = {{1, 1000, 0},     {1000, 1, 90}, {-1000, 1, -90},  {1, -1000, 180},
+                       {-1, -1000, 180}, {30, 30, 45},  {-30, -30, -135}, {-1, 1000, 0}};
+
     for (const auto& place : cases) {
         double angle = 7;
         ASSERT_TRUE(DialAngle(place.X, place.Y, angle));
