@@ -99,7 +99,7 @@ constexpr NumberInput OffsetInputs[] = {
     {.X = 240, .Y = -162, .Width = 165, .Label = "Y:"},
     {.X = 240, .Y = -199, .Width = 165, .Label = "Z:"},
 };
-constexpr NumberInput AngleInputs[] = {{.X = 452, .Y = -184, .Width = 60}};
+constexpr NumberInput AngleInputs[] = {{.X = 440, .Y = -184, .Width = 60}};
 
 const NumericPanel OffsetPanel = {.Inputs = OffsetInputs,
                                   .Text = OffsetText,
@@ -114,9 +114,9 @@ const NumericPanel AnglePanel = {.Inputs = AngleInputs,
 
 const NumericPanel& ScalePanel() {
     static const int top = -86 - InputHeight(TextSmallFont);
-    static const NumberInput inputs[] = {{.X = 446, .Y = top, .Width = 71},
-                                         {.X = 446, .Y = top - 41, .Width = 71},
-                                         {.X = 446, .Y = top - 82, .Width = 71}};
+    static const NumberInput inputs[] = {{.X = 432, .Y = top, .Width = 71},
+                                         {.X = 432, .Y = top - 41, .Width = 71},
+                                         {.X = 432, .Y = top - 82, .Width = 71}};
     static const NumericPanel panel = {.Inputs = inputs,
                                        .Text = ScaleText,
                                        .Apply = TakeScale,
