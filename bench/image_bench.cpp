@@ -1,6 +1,6 @@
 // Reading of texture images from the page cache.
 #include "base/memory.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdio>

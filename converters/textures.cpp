@@ -2,7 +2,7 @@
 
 #include "base/memory.h"
 #include "kirvo_file/png_output.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 
 #include <assimp/texture.h>
 

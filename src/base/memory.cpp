@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <mutex>
 
 #include "base/debug.h"
 
@@ -20,7 +21,8 @@ struct BlockRecord {
 constexpr int BucketCount = 512;
 constexpr unsigned ListedBlocks = 50;
 
-int MemoryTrack = 0; // 0: off; above 1: on, and the size to trap
+int MemoryTrack = 0;  // 0: off; above 1: on, and the size to trap
+std::mutex TrackLock; // of what follows: images are read by several threads
 BlockRecord* BlockTable[BucketCount];
 BlockRecord* SpareRecords = nullptr;
 
@@ -70,6 +72,11 @@ void PutBackRecord(BlockRecord* record) {
     SpareRecords = record;
 }
 
+// Nothing is locked while blocks are not tracked.
+std::unique_lock<std::mutex> LockTracking() {
+    return MemoryTrack ? std::unique_lock(TrackLock) : std::unique_lock<std::mutex>();
+}
+
 template <class Visitor>
 void ForEachLiveBlock(Visitor visit) {
     for (BlockRecord* bucket : BlockTable)
@@ -93,6 +100,7 @@ void* Allocate(std::size_t size) {
         Report("Tried to allocate 0 bytes, NULL returned");
         return nullptr;
     }
+    const std::unique_lock lock = LockTracking();
     BlockRecord* record = MemoryTrack ? TakeRecord() : nullptr;
     void* block = MemoryTrack && !record ? nullptr : std::malloc(size);
     if (!block) {
@@ -116,6 +124,7 @@ void* Reallocate(void* block, std::size_t size) {
         Free(block);
         return Allocate(size);
     }
+    const std::unique_lock lock = LockTracking();
     // Looked up before the block moves: afterwards the old address may no longer be used, not even to compare with.
     BlockRecord* record = MemoryTrack ? FindRecord(block) : nullptr;
     void* moved = std::realloc(block, size);
@@ -137,6 +146,7 @@ void Free(void* block) {
         return;
     }
     if (MemoryTrack) {
+        const std::unique_lock lock = LockTracking();
         BlockRecord* record = FindRecord(block);
         if (!record) {
             Report("bad free");

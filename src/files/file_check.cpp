@@ -2,7 +2,7 @@
 
 #include "base/memory.h"
 #include "files/format.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 
 #include <algorithm>
 #include <cstdarg>

@@ -10,6 +10,7 @@
 #include "store/storage.h"
 #include "store/walks.h"
 #include "textures/image_file.h"
+#include "textures/pictures.h"
 #include "textures/texture_library.h"
 
 #include <cerrno>
@@ -223,11 +224,18 @@ ModelSummary SummariseModel() {
 }
 
 bool SummariseImage(const std::string& path, ImageSummary& summary) {
+    PictureSize size;
+    const PictureFormat format = ReadPictureSize(path.c_str(), size);
+    if (format == PictureFormat::Png || format == PictureFormat::Jpeg) {
+        summary = {size.Width, size.Height, size.Channels, 1, 0, false, format == PictureFormat::Png ? "PNG" : "JPEG"};
+        return true;
+    }
     ImageFile* image = OpenImageForRead(path.c_str());
     if (!image)
         return false;
-    summary = {image->XSize,       image->YSize,     image->ZSize,
-               image->Type & 0xff, image->Type >> 8, ImageIsLittleEndian(image)};
+    summary = {
+        image->XSize, image->YSize, image->ZSize, image->Type & 0xff, image->Type >> 8, ImageIsLittleEndian(image),
+        nullptr};
     CloseImage(image);
     return true;
 }

@@ -20,6 +20,7 @@ struct ImageSummary {
     int BytesPerValue;
     int Storage; // an ImageStorage, if the file is sound
     bool LittleEndian;
+    const char* Format; // "PNG" or "JPEG", which have no such storage; null for others
 };
 
 struct TextureSummary {

@@ -54,6 +54,8 @@ std::string Count(std::size_t count, const char* thing) {
 }
 
 std::string StorageText(const ImageSummary& image) {
+    if (image.Format)
+        return image.Format;
     std::string text = image.Storage == ImageVerbatim    ? "verbatim"
                        : image.Storage == ImageRunLength ? "run-length encoded"
                                                          : "unknown storage " + std::to_string(image.Storage);
@@ -159,6 +161,9 @@ Json PointJson(const double (&point)[3]) {
 }
 
 Json ToJson(const ImageSummary& image) {
+    if (image.Format)
+        return {
+            {"width", image.Width}, {"height", image.Height}, {"channels", image.Channels}, {"format", image.Format}};
     Json storage = image.Storage == ImageVerbatim    ? Json("verbatim")
                    : image.Storage == ImageRunLength ? Json("run-length")
                                                      : Json(image.Storage);

@@ -5,7 +5,7 @@
 #include "files/writer.h"
 #include "store/storage.h"
 #include "store/walks.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 
 #include <cerrno>
 #include <cstring>

@@ -11,7 +11,7 @@
 #include "kirvo_file/convert.h"
 #include "kirvo_file/png_output.h"
 #include "store/storage.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 #include "textures/texture_library.h"
 #include "tools/font_making.h"
 

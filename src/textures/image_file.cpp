@@ -1,15 +1,15 @@
 #include "textures/image_file.h"
 
 #include "base/memory.h"
+#include "base/regular_file.h"
+#include "textures/picture_problems.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <fcntl.h>
 #include <memory>
 #include <numeric>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -25,12 +25,7 @@ struct CloseAtEnd {
     void operator()(ImageFile* image) const { CloseImage(image); }
 };
 
-struct FreeAtEnd {
-    void operator()(std::uint8_t* block) const { Free(block); }
-};
-
 using OpenImage = std::unique_ptr<ImageFile, CloseAtEnd>;
-using Block = std::unique_ptr<std::uint8_t, FreeAtEnd>;
 
 bool IsRunLength(const ImageFile& image) {
     return image.Type >> 8 == ImageRunLength;
@@ -83,23 +78,6 @@ void TakeHeader(const std::uint8_t* place, ImageFile& image) {
         SwapBytes(*number);
     for (std::uint32_t* number : {&image.Min, &image.Max, &image.WasteBytes, &image.ColourMap})
         SwapBytes(*number);
-}
-
-// A pipe or a device must not be waited for, whatever a model file names.
-std::FILE* OpenRegularFile(const char* name, std::uint64_t& size) {
-    const int descriptor = open(name, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
-        return nullptr;
-    struct stat status;
-    std::FILE* file = nullptr;
-    if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode))
-        file = fdopen(descriptor, "rb");
-    if (!file) {
-        close(descriptor);
-        return nullptr;
-    }
-    size = static_cast<std::uint64_t>(status.st_size);
-    return file;
 }
 
 bool ReadBytes(ImageFile& image, void* destination, std::size_t count) {
@@ -242,37 +220,13 @@ std::vector<StoredRow> RowsInFileOrder(const ImageFile& image) {
     return rows;
 }
 
-// The pixel block being filled.
-class PixelBlock {
-  public:
-    explicit PixelBlock(const ImageFile& image)
-        : Width(image.XSize),
-          Rows(image.YSize),
-          Channels(image.ZSize),
-          Pitch((std::size_t{Width} * Channels + 3) / 4 * 4) {}
-
-    bool Make() {
-        Pixels.reset(static_cast<std::uint8_t*>(Allocate(Pitch * Rows)));
-        if (Pixels && Pitch != Width * Channels)
-            for (unsigned y = 0; y < Rows; ++y)
-                std::memset(Pixels.get() + y * Pitch + Pitch - 4, 0, 4);
-        return Pixels != nullptr;
-    }
-
-    void PutRow(const std::uint8_t* values, unsigned y, unsigned z) {
-        std::uint8_t* out = Pixels.get() + y * Pitch + (Channels - 1 - z);
-        const std::size_t step = Channels;
-        for (unsigned x = 0; x < Width; ++x, out += step)
-            *out = values[x];
-    }
-
-    std::uint8_t* Release() { return Pixels.release(); }
-
-  private:
-    unsigned Width, Rows, Channels;
-    std::size_t Pitch; // bytes a row
-    Block Pixels;
-};
+// Puts the values of one channel into a row of the block.
+void PutChannel(PixelBlock& block, const std::uint8_t* values, unsigned y, unsigned z) {
+    const auto step = static_cast<std::size_t>(block.Channels);
+    std::uint8_t* out = block.Row(static_cast<int>(y)) + (step - 1 - z);
+    for (int x = 0; x < block.Width; ++x, out += step)
+        *out = values[x];
+}
 
 // Puts a row where it belongs, and where rows and channels without data of their own repeat it.
 void PutStoredRow(const ImageFile& image, PixelBlock& block, const std::uint8_t* values, const StoredRow& row) {
@@ -280,7 +234,7 @@ void PutStoredRow(const ImageFile& image, PixelBlock& block, const std::uint8_t*
     const unsigned lastZ = image.Dimension < 3 ? image.ZSize : row.Z + 1;
     for (unsigned y = row.Y; y < lastY; ++y)
         for (unsigned z = row.Z; z < lastZ; ++z)
-            block.PutRow(values, y, z);
+            PutChannel(block, values, y, z);
 }
 
 } // namespace
@@ -338,30 +292,28 @@ bool ImageIsLittleEndian(const ImageFile* image) {
     return (std::endian::native == std::endian::little) != (image->Swap != 0);
 }
 
-std::uint8_t* ReadImage(const char* name, int& xSize, int& ySize, int& zSize) {
+std::string ReadImageFile(const char* name, PixelBlock& block) {
     const OpenImage image(OpenImageForRead(name));
     if (!image)
-        return nullptr;
-    xSize = image->XSize;
-    ySize = image->YSize;
-    zSize = image->ZSize;
+        return PictureIsDamaged;
     const std::uint64_t values = std::uint64_t{image->XSize} * image->YSize * image->ZSize;
-    if (!IsReadable(*image) || values > image->Size * MostValuesAByte)
-        return nullptr;
+    if (!IsReadable(*image))
+        return PictureIsDamaged;
+    if (values > image->Size * MostValuesAByte)
+        return PictureEndsEarly;
     const std::vector<StoredRow> rows = RowsInFileOrder(*image);
-    PixelBlock block(*image);
-    if (rows.empty() || !block.Make())
-        return nullptr;
+    if (rows.empty())
+        return PictureEndsEarly;
+    PixelBlock made;
+    if (!made.Make(image->XSize, image->YSize, image->ZSize))
+        return TooLarge(image->XSize, image->YSize);
 
-    std::vector<std::uint8_t> values8(image->XSize);
+    std::vector<std::uint8_t> row8(image->XSize);
     for (const StoredRow& row : rows) {
-        if (!ReadRowAt(*image, row.Place, values8.data()))
-            return nullptr;
-        PutStoredRow(*image, block, values8.data(), row);
+        if (!ReadRowAt(*image, row.Place, row8.data()))
+            return PictureIsDamaged;
+        PutStoredRow(*image, made, row8.data(), row);
     }
-    return block.Release();
-}
-
-int IsAnImageFile(const char* name) {
-    return OpenImage(OpenImageForRead(name)) ? 1 : 0;
+    block = std::move(made);
+    return "";
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "textures/pixel_block.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <string>
 
 // Reading of the image files that serve as textures: magic number 474, a header of 512 bytes, then the values channel
 // by channel and row by row from the bottom, verbatim or run-length encoded, of one or two bytes each, in either byte
@@ -49,10 +52,6 @@ void CloseImage(ImageFile* image);
 /// Whether the file has the low byte of a number first.
 bool ImageIsLittleEndian(const ImageFile* image);
 
-/// Reads a whole image as the graphics layer wants a texture: rows from the bottom, each padded to a multiple of 4
-/// bytes, channels in reverse order (alpha, blue, green, red). Null when a row fails or when rows overlap in the file.
-/// The block is released with Free; the sizes are set as soon as the header has been read.
-std::uint8_t* ReadImage(const char* name, int& xSize, int& ySize, int& zSize);
-
-/// 1 when OpenImageForRead succeeds.
-int IsAnImageFile(const char* name);
+/// Reads a whole image. Nothing on success, otherwise why there is none, the block being as it was: a row lies outside
+/// the file, on another one, or does not decode.
+std::string ReadImageFile(const char* name, PixelBlock& block);

@@ -9,7 +9,8 @@
 #include "gooey/messages.h"
 #include "store/accessors.h"
 #include "store/texture_list.h"
-#include "textures/image_file.h"
+#include "textures/picture_problems.h"
+#include "textures/pictures.h"
 #include "textures/texture_changes.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_library.h"
@@ -33,6 +34,18 @@ void ShowTexture(Texture* texture) {
     CallSlot(TheTextureDefinitionSlots.DirtyTextureGizmo);
 }
 
+/// Tells why a file gives no texture, if it does not. All of it is looked at, not the header alone: once it is a
+/// texture, nobody would be told.
+bool IsUsable(const std::string& path) {
+    PixelBlock block;
+    const std::string problem = ReadPicture(path.c_str(), block);
+    if (problem == FileIsNoImage)
+        TellUser(MsgTextureError);
+    else if (!problem.empty())
+        TellUserS((std::string(msg(MsgTextureError)) + "\n\n" + problem).c_str());
+    return problem.empty();
+}
+
 void LoadChosenTexture(int, const char* directory, const char* name) {
     Trace("Load texture %s/%s\n", directory, name);
     LoadTextureFile(PathIn(directory, name).c_str());
@@ -40,13 +53,9 @@ void LoadChosenTexture(int, const char* directory, const char* name) {
 
 void TakeChosenTexture(int, const char* directory, const char* name) {
     Texture* texture = CurrentTexture();
-    if (!texture)
-        return;
     const std::string path = PathIn(directory, name);
-    if (!IsAnImageFile(path.c_str())) {
-        TellUser(MsgTextureError);
+    if (!texture || !IsUsable(path))
         return;
-    }
     RememberTextureLocation(path.c_str());
     RenameTexture(texture, path.c_str());
     ShowTexture(texture);
@@ -67,11 +76,9 @@ void DeleteThemAll(int ok) {
 } // namespace
 
 void LoadTextureFile(const char* path) {
-    Texture* texture = AddTexture(path);
-    if (!texture) {
-        TellUser(MsgTextureError);
+    Texture* texture = IsUsable(path) ? AddTexture(path) : nullptr;
+    if (!texture)
         return;
-    }
     ShowTexture(texture);
     TextureAppChange();
 }

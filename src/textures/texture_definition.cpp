@@ -1,18 +1,22 @@
 #include "textures/texture_definition.h"
 
 #include "base/debug.h"
-#include "base/memory.h"
+#include "base/slots.h"
 #include "store/accessors.h"
 #include "store/appearance.h"
 #include "store/storage.h"
 #include "store/walks.h"
 #include "textures/filters.h"
-#include "textures/image_file.h"
+#include "textures/picture_problems.h"
+#include "textures/pictures.h"
 
 #include <array>
 #include <bit>
+#include <cstdio>
 #include <map>
+#include <set>
 #include <string>
+#include <sys/stat.h>
 #include <tuple>
 #include <vector>
 
@@ -33,14 +37,32 @@ enum TextureProperty {
     ReducedFormat4 = 1600
 };
 
+constexpr int MostChannels = 4;
+
 // All that makes a definition differ from another. Filters by their bits: a file may hold one that is no number, which
 // would not be equal to itself.
 using DefinitionKey = std::tuple<std::string, std::uint32_t, std::uint32_t, bool, bool, bool>;
+
+/// What tells that a file is another one than before: its size and the time of its last change. Zeros when there is no
+/// file.
+struct FileStamp {
+    std::int64_t Seconds = 0, Nanoseconds = 0, Size = 0;
+
+    bool operator==(const FileStamp&) const = default;
+};
+
+FileStamp StampOf(const char* name) {
+    struct stat status;
+    if (stat(name, &status) != 0)
+        return {};
+    return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_size};
+}
 
 struct BoundTexture {
     int GLId;
     int Width, Height, Components;
     float Aspect;
+    FileStamp Stamp;
 };
 
 std::map<DefinitionKey, BoundTexture> BoundTextures;
@@ -95,44 +117,89 @@ void DefinePlaceholder(Texture* texture) {
     HandOver(texture, pixels.data());
 }
 
-void Define(Texture* texture) {
-    const DefinitionKey key = KeyOf(texture);
-    if (const auto bound = BoundTextures.find(key); bound != BoundTextures.end()) {
-        const BoundTexture& definition = bound->second;
-        texture->GLId = definition.GLId;
-        texture->Width = definition.Width;
-        texture->Height = definition.Height;
-        texture->Components = definition.Components;
-        texture->Aspect = definition.Aspect;
-        Trace("Reused texture %d\n", texture->GLId);
-        return;
-    }
-    Trace("Defining texture:%d\n", NextFreeTexture);
-    int width, height, components;
-    std::uint8_t* pixels = ReadImage(texture->FileName, width, height, components);
-    constexpr int mostComponents = 4;
-    if (!pixels || components > mostComponents) {
-        if (pixels)
-            Free(pixels);
-        DefinePlaceholder(texture);
-        return;
-    }
-    texture->Aspect = static_cast<float>(width) / static_cast<float>(height);
-    texture->Width = width;
-    texture->Height = height;
-    texture->Components = components;
-    HandOver(texture, pixels);
-    Free(pixels);
-    BoundTextures[key] = {texture->GLId, width, height, components, texture->Aspect};
+void TakeDefinition(Texture* texture, const BoundTexture& definition) {
+    texture->GLId = definition.GLId;
+    texture->Width = definition.Width;
+    texture->Height = definition.Height;
+    texture->Components = definition.Components;
+    texture->Aspect = definition.Aspect;
+    Trace("Reused texture %d\n", texture->GLId);
 }
 
-/// Whether the texture has got another definition, which kept drawings know nothing of.
+/// The definition that the texture can have without its file being read, or null.
+const BoundTexture* FindDefinition(const Texture* texture) {
+    const auto bound = BoundTextures.find(KeyOf(texture));
+    if (bound == BoundTextures.end())
+        return nullptr;
+    const FileStamp stamp = StampOf(texture->FileName);
+    return stamp == FileStamp() || stamp == bound->second.Stamp ? &bound->second : nullptr;
+}
+
+/// A definition of the same image with whatever settings, or null.
+const BoundTexture* FindFormerPicture(const Texture* texture) {
+    const auto bound = BoundTextures.lower_bound({texture->FileName, 0, 0, false, false, false});
+    return bound != BoundTextures.end() && std::get<0>(bound->first) == texture->FileName ? &bound->second : nullptr;
+}
+
+void DefineFrom(Texture* texture, const PixelBlock& block, std::string problem) {
+    Trace("Defining texture:%d\n", NextFreeTexture);
+    if (block.Channels > MostChannels)
+        problem = PictureHasManyChannels;
+    if (!problem.empty()) {
+        if (StampOf(texture->FileName) != FileStamp())
+            std::fprintf(stderr, "Warning: texture %s: %s\n", texture->FileName, problem.c_str());
+        if (const BoundTexture* former = FindFormerPicture(texture))
+            TakeDefinition(texture, *former);
+        else
+            DefinePlaceholder(texture);
+        return;
+    }
+    texture->Aspect = static_cast<float>(block.Width) / static_cast<float>(block.Height);
+    texture->Width = block.Width;
+    texture->Height = block.Height;
+    texture->Components = block.Channels;
+    HandOver(texture, block.Data());
+    BoundTextures[KeyOf(texture)] = {texture->GLId,  block.Width,     block.Height,
+                                     block.Channels, texture->Aspect, StampOf(texture->FileName)};
+}
+
+/// Defines a texture anew if its settings or its file have changed. True when it has got another definition, which kept
+/// drawings know nothing of.
 bool Redefine(Texture* texture) {
     if (!TheTextureDefinitionSlots.DefineImage)
         return false;
     const int oldId = texture->GLId;
-    Define(texture);
+    if (const BoundTexture* definition = FindDefinition(texture)) {
+        TakeDefinition(texture, *definition);
+    } else {
+        PixelBlock block;
+        const std::string problem = ReadPicture(texture->FileName, block);
+        DefineFrom(texture, block, problem);
+    }
     return texture->GLId != oldId;
+}
+
+/// The textures whose images must be read, one for each definition.
+std::vector<Texture*> TexturesToRead() {
+    std::vector<Texture*> wanted;
+    std::set<DefinitionKey> keys;
+    for (Texture* texture : Along<&Texture::Next>(FirstTexture()))
+        if (!FindDefinition(texture) && keys.insert(KeyOf(texture)).second)
+            wanted.push_back(texture);
+    return wanted;
+}
+
+bool ReadAndDefine(const std::vector<Texture*>& textures) {
+    std::vector<std::string> names;
+    for (const Texture* texture : textures)
+        names.emplace_back(texture->FileName);
+    bool changed = false;
+    ReadPictures(names, [&](std::size_t index, PixelBlock& block, const std::string& problem) {
+        const int oldId = textures[index]->GLId;
+        DefineFrom(textures[index], block, problem);
+        changed |= textures[index]->GLId != oldId;
+    });
+    return changed;
 }
 
 } // namespace
@@ -144,12 +211,17 @@ void DefineTexture(Texture* texture) {
 
 void DefineAllTextures() {
     bool changed = false;
-    for (Texture* texture : Along<&Texture::Next>(FirstTexture()))
-        changed |= Redefine(texture);
+    if (TheTextureDefinitionSlots.DefineImage) {
+        const std::vector<Texture*> unread = TexturesToRead();
+        const std::set<Texture*> read(unread.begin(), unread.end());
+        changed = !unread.empty() && ReadAndDefine(unread);
+        for (Texture* texture : Along<&Texture::Next>(FirstTexture()))
+            if (!read.contains(texture))
+                changed |= Redefine(texture);
+    }
     if (changed)
         EveryAppearanceChanged();
-    if (TheTextureDefinitionSlots.DirtyTextureGizmo)
-        TheTextureDefinitionSlots.DirtyTextureGizmo();
+    CallSlot(TheTextureDefinitionSlots.DirtyTextureGizmo);
 }
 
 void FreeBoundTextures() {

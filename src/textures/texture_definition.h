@@ -22,11 +22,13 @@ struct TextureDefinitionSlots {
 
 extern TextureDefinitionSlots TheTextureDefinitionSlots;
 
-/// Gives the texture its definition number and, when the definition is new, its size and aspect from the image. A
-/// texture whose image cannot be read gets a grey chequer of 16 by 16 pixels, under a number of its own.
+/// Gives the texture its definition number and, when the definition is new, its size and aspect from the image. An
+/// image that has changed in its file is read again. A texture whose image cannot be read, of which a warning tells
+/// why, keeps the picture that it had; if it had none, it gets a grey chequer of 16 by 16 pixels, under a number of its
+/// own.
 void DefineTexture(Texture* texture);
 
-/// DefineTexture for every texture of the current file in order.
+/// DefineTexture for every texture of the current file, their images being read by all processors at once.
 void DefineAllTextures();
 
 /// Forgets which definitions were made, when the window that they were made for closes.

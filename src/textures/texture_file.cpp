@@ -14,7 +14,7 @@
 #include "store/texture_list.h"
 #include "store/walks.h"
 #include "textures/filters.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 #include "textures/texture_changes.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_library.h"

@@ -4,7 +4,7 @@
 #include "base/memory.h"
 #include "store/pools.h"
 #include "store/texture_list.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 
 #include <cstdio>
 #include <string>

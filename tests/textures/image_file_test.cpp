@@ -1,4 +1,5 @@
 #include "textures/image_file.h"
+#include "textures/pictures.h"
 
 #include "base/memory.h"
 #include "support/temporary_directory.h"

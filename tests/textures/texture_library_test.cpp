@@ -176,7 +176,7 @@ TEST_F(TextureDefinitions, TexturesThatAreTheSameShareADefinition) {
 
     // The next model's texture of the same image knows its size too, though nothing is defined anew.
     ResetStorage();
-    Texture* again = MakeTexture("a", 8);
+    Texture* again = AddTexture((directory.Path() / "a").c_str());
     DefineTexture(again);
     EXPECT_EQ(again->GLId, 1);
     EXPECT_EQ(again->Aspect, 4.0f);
@@ -241,6 +241,22 @@ TEST_F(TextureDefinitions, AnImageThatCannotBeReadGetsAPlaceholder) {
     DefineTexture(texture);
     EXPECT_EQ(texture->GLId, 3);
     EXPECT_EQ(texture->Aspect, 4.0f);
+}
+
+TEST_F(TextureDefinitions, AnImageThatChangesIsReadAgainAndOneThatVanishesIsKept) {
+    Texture* texture = MakeTexture("a", 8);
+    DefineTexture(texture);
+    MakeImage("a", 6);
+    DefineTexture(texture);
+    EXPECT_EQ(texture->GLId, 2);
+    EXPECT_EQ(texture->Aspect, 3.0f);
+
+    fs::remove(texture->FileName);
+    texture->ClampS = 1;
+    DefineAllTextures();
+    EXPECT_EQ(texture->GLId, 2);
+    EXPECT_EQ(texture->Width, 6);
+    EXPECT_EQ(Definitions.size(), 2u);
 }
 
 TEST_F(TextureDefinitions, AFilterThatIsNoNumberIsStillShared) {
