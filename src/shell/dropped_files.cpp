@@ -10,7 +10,7 @@
 #include "gooey/program_windows.h"
 #include "gooey/window.h"
 #include "platform/dropped_files.h"
-#include "textures/image_file.h"
+#include "textures/pictures.h"
 #include "textures/texture_commands.h"
 #include "views/hooks.h"
 
