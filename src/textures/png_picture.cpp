@@ -89,7 +89,8 @@ struct PngReading {
             Turn = OrientationIn(exif, size);
     }
 
-    bool MakeRows(PixelBlock& block, int channels) {
+    // Its texts must not come to live in the function that libpng jumps back to.
+    [[gnu::noinline]] bool MakeRows(PixelBlock& block, int channels) {
         const auto width = static_cast<int>(png_get_image_width(Png, Info));
         const auto height = static_cast<int>(png_get_image_height(Png, Info));
         if (!block.Make(width, height, channels) || png_get_rowbytes(Png, Info) > block.Pitch) {
