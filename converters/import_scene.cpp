@@ -614,7 +614,7 @@ class Builder {
 
 std::string ImportFile(const std::string& path, const std::string& directory, Model& model) {
     // Never released: the process ends soon, and millions of polygons take long to be given back one by one.
-    auto& importer = *new Assimp::Importer;
+    static Assimp::Importer& importer = *new Assimp::Importer;
     importer.SetProgressHandler(new Progress); // the importer's from here on
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);

@@ -208,7 +208,8 @@ class Storm {
         // Nothing may be held when the dispatcher is to come back.
         for (const char* button : {"left", "middle", "right"})
             script += std::string("release ") + button + "\n";
-        return script;
+        // A menu that stayed open after a quick click.
+        return script + "key Escape\nkey Escape\n";
     }
 
   private:
