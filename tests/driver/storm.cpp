@@ -5,6 +5,7 @@
 #include "base/directories.h"
 #include "gooey/file_selector.h"
 #include "gooey/file_selector_state.h"
+#include "gooey/gadget_commands.h"
 #include "gooey/menu.h"
 #include "gooey/program_windows.h"
 #include "gooey/report.h"
@@ -229,8 +230,16 @@ class Storm {
         return script;
     }
 
+    /// A quick click keeps a menu open.
+    static bool MenuIsOpen() {
+        std::vector<MenuItemPlace> items;
+        return ListMenuItems && ListMenuItems(items);
+    }
+
     /// When a menu can be opened: the main window takes input, shows its bar, and no button is down.
     std::string ChooseFromBar() {
+        if (MenuIsOpen())
+            return "key Escape\n";
         if (MainWindow->Disabled || SomethingRuns() || !Held.empty() || NewestSideWindow())
             return HoldPopup();
         const MenuEntry* const* bar = ObjectIsolated ? ObjectMenus : SceneMenus;
@@ -323,9 +332,9 @@ class Storm {
         switch (stepsLeft) {
         case 3:
             std::ofstream(OriginalName, std::ios::binary) << Original;
-            return LettingGo() + "settle\n";
+            return LettingGo() + "key Escape\nkey Escape\nsettle\n";
         case 2:
-            return In(MainWindow) + PlaceForMenus + "menu File Open\n";
+            return (MenuIsOpen() ? "key Escape\n" : "") + In(MainWindow) + PlaceForMenus + "menu File Open\n";
         case 1:
             return QuitWindow ? In(QuitWindow) + "button Discard\n" : "wait 1\n";
         default:
