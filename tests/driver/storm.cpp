@@ -92,7 +92,7 @@ class Storm {
         std::string script;
         if (Done == Actions) {
             Over = true;
-            script = LettingGo() + "settle\ncheck\n";
+            script = LettingGo() + "key Escape\nkey Escape\nsettle\ncheck\n";
         } else {
             Done++;
             script = Action();
@@ -126,6 +126,8 @@ class Storm {
     }
 
     std::string Action() {
+        if (MenuIsOpen())
+            return "key Escape\n";
         if (Done % ActionsPerModel == 0)
             Reloading = 4;
         if (Reloading > 0)
