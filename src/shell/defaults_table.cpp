@@ -6,6 +6,7 @@
 #include "gooey/draw.h"
 #include "gooey/window.h"
 #include "interaction/position_gizmo.h"
+#include "interaction/ruler.h"
 #include "materials/default_materials.h"
 #include "shell/command_line.h"
 #include "shell/desktop_place.h"

@@ -6,6 +6,7 @@
 #include "interaction/modes.h"
 #include "interaction/position_gizmo.h"
 #include "interaction/position_state.h"
+#include "interaction/ruler.h"
 #include "store/accessors.h"
 #include "store/clean_up.h"
 #include "store/polygon_editing.h"
@@ -217,4 +218,5 @@ void ReportModel(Json& report) {
     report["views"] = Views();
     report["tool"] = Tool();
     report["gizmo"] = Gizmo();
+    report["ruler"] = RulerGizmoIsOpen() ? Json({{"value", RulerValue()}}) : Json();
 }

@@ -5,7 +5,6 @@ int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
 int MateditX, MateditY, MaterialEditorOpened;
 int StructX, StructY, StructureEditorOpened;
 int GridX, GridY, GridGizmoOpened;
-int RulerX, RulerY, RulerGizmoOpened;
 int DimensionX, DimensionY, DimensionsOpened;
 int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
@@ -17,7 +16,6 @@ int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
 int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
-int RulerSize;
 int LodScale;
 int MatEditGang;
 int SpectrumY = -1, MixerX, MixerY;

@@ -9,7 +9,6 @@ extern int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
 extern int MateditX, MateditY, MaterialEditorOpened;
 extern int StructX, StructY, StructureEditorOpened;
 extern int GridX, GridY, GridGizmoOpened;
-extern int RulerX, RulerY, RulerGizmoOpened;
 extern int DimensionX, DimensionY, DimensionsOpened;
 extern int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
@@ -22,8 +21,6 @@ extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 /// Flags: windows to be opened again at the next start.
 extern int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
-/// Which of the ruler's two sizes is shown.
-extern int RulerSize;
 /// Flag: the structure editor draws distances to scale.
 extern int LodScale;
 /// Flag: the material editor's sliders move together.

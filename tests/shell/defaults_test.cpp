@@ -3,6 +3,7 @@
 #include "files/writer.h"
 #include "gooey/draw.h"
 #include "gooey/window.h"
+#include "interaction/ruler.h"
 #include "shell/command_line.h"
 #include "shell/defaults.h"
 #include "shell/defaults_table.h"
