@@ -20,6 +20,7 @@
 #include <vector>
 
 int LeftShift = 0, RightShift = 0, LeftAlt = 0, RightAlt = 0, LeftCtrl = 0, RightCtrl = 0;
+Window* (*KeysOverDisabled)(const Window* disabled);
 
 namespace {
 
@@ -225,7 +226,10 @@ Window* LiveDialog(const Window* disabled) {
 Window* TargetOf(int device) {
     bool isKey = device == gl::KEYBD || device == gl::KEYBDTEXT;
     bool beside = CurrentWindow ? CurrentWindow->Disabled > 0 : MainWindow && MainWindow->Disabled > 0;
-    return isKey && beside ? LiveDialog(CurrentWindow) : CurrentWindow;
+    if (!isKey || !beside)
+        return CurrentWindow;
+    Window* const dialog = LiveDialog(CurrentWindow);
+    return dialog || !KeysOverDisabled ? dialog : KeysOverDisabled(CurrentWindow);
 }
 
 void DispatchTo(Window* window, int device, short value) {

@@ -47,6 +47,10 @@ constexpr int CodePointOf(int character) {
 /// 1 while the key is down.
 extern int LeftShift, RightShift, LeftAlt, RightAlt, LeftCtrl, RightCtrl;
 
+/// The window that gets the keys typed over a disabled window without a dialog; null, as the slot or its result: nobody
+/// gets them.
+extern Window* (*KeysOverDisabled)(const Window* disabled);
+
 /// Reads one event and does what every loop must: redraws, closes windows, follows the input window, the pointer and
 /// the modifier keys, and turns keys into characters. 0: nothing to read; 1: `device` and `value` are set; -1: the
 /// program must end; inside a handler of events every further call says so, and the dispatcher when the handler has

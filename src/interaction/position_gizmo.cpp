@@ -61,7 +61,6 @@ int HasMoved() {
 
 /// However the tool ends.
 void EndPosition() {
-    EndPositionPick();
     const PositionOwner owner = OwnerOfPosition();
     CloseToolWindow(PositionWindow);
     std::exchange(Accepted, false) ? owner.Done() : owner.Cancel();

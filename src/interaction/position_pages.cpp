@@ -141,7 +141,7 @@ void DrawDividers() {
 }
 
 void ChangePage() {
-    EndPositionPick();
+    EndPickOfTool();
     Position.TranslateMode = DragWithMouse;
     ShowPositionStatus();
     ShowPositionPage();
@@ -165,14 +165,14 @@ void MoveToGrid() {
 void ChangeTranslateMode() {
     switch (ButtonChoice) {
     case DifferenceBetweenVertices:
-        BeginPositionPick(PositionPick::FromVertex);
+        BeginPick(DifferencePick);
         Position.TranslateMode = DifferenceBetweenVertices;
         break;
     case MoveToTouchGrid:
         MoveToGrid();
         break;
     default:
-        EndPositionPick();
+        EndPickOfTool();
         break;
     }
     DirtyWindow(OffsetGizmo);
@@ -191,13 +191,13 @@ void ChangeCentre() {
     else if (ButtonChoice == CentreAtOrigin)
         std::fill(Position.Centre, Position.Centre + 3, 0.0);
     else
-        BeginPositionPick(PositionPick::Centre);
+        BeginPick(CentrePick);
     ResetAngle();
 }
 
 void ChangeAxis() {
     if (ButtonChoice == ThroughVertex) {
-        BeginPositionPick(PositionPick::Axis);
+        BeginPick(AxisPick);
     } else {
         for (int axis = 0; axis < 3; ++axis)
             Position.Axis[axis] = axis == ButtonChoice;
@@ -207,7 +207,7 @@ void ChangeAxis() {
 }
 
 void PickAngle() {
-    BeginPositionPick(PositionPick::AngleFrom);
+    BeginPick(AnglePick);
 }
 
 void ChangeSteps() {

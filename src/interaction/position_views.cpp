@@ -3,7 +3,6 @@
 #include "geometry/planes.h"
 #include "gooey/event_loop.h"
 #include "gooey/menu_session.h"
-#include "gooey/messages.h"
 #include "gooey/redraw.h"
 #include "gooey/window.h"
 #include "interaction/input.h"
@@ -12,15 +11,11 @@
 #include "interaction/position_pages.h"
 #include "interaction/position_state.h"
 #include "interaction/rotate_dial.h"
-#include "interaction/selection.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_menus.h"
 #include "platform/drawing.h"
 #include "platform/state.h"
-#include "platform/system.h"
-#include "views/display_flags.h"
 #include "views/labels.h"
-#include "views/markers.h"
 #include "views/moves.h"
 #include "views/view_transform.h"
 #include "views/viewports.h"
@@ -46,11 +41,6 @@ constexpr int SelectSingleVertexMessage = 43;
 constexpr std::uint32_t AxisColour = 0xFF00FFFF;
 /// Of the circle that marks an axis towards the viewer, pixels.
 constexpr float AxisSpot = 6;
-
-PositionPick Pending = PositionPick::None;
-/// What to go back to when the pick ends.
-bool GizmoDisabled;
-int ShowedVertices;
 
 const MenuEntry Menu[] = {
     {"Position", MenuEntryTitle, 0, 0, nullptr, nullptr},
@@ -160,13 +150,6 @@ void DragCentre(View* view) {
     DirtyWindow(OffsetGizmo);
 }
 
-void ExpectSecond(PositionPick pick, const double* first) {
-    std::copy_n(first, 3, OffsetVertex);
-    OffsetVertexIndex = 1;
-    Pending = pick;
-    ShowPositionStatus();
-}
-
 void TranslateBetween(const double* from, const double* to) {
     PushOffset();
     for (int axis = 0; axis < 3; ++axis)
@@ -184,61 +167,49 @@ int RotateBetween(const double* from, const double* to) {
     return 1;
 }
 
-/// What the picked vertex settles; false leaves the pick pending, with the bell.
-bool TakeVertex(const double* point) {
-    switch (Pending) {
-    case PositionPick::FromVertex:
-        ExpectSecond(PositionPick::ToVertex, point);
-        return true;
-    case PositionPick::ToVertex:
-        TranslateBetween(OffsetVertex, point);
-        break;
-    case PositionPick::Centre:
-        PushOffset();
-        std::copy_n(point, 3, Position.Centre);
-        break;
-    case PositionPick::Axis: {
-        double axis[3];
-        std::copy_n(Position.Axis, 3, axis);
-        PushOffset();
-        if (!SetAxisThrough(point)) {
-            UndoPosition();
-            return false;
-        }
-        break;
-    }
-    case PositionPick::AngleFrom:
-        if (std::equal(point, point + 3, Position.Centre))
-            return false;
-        ExpectSecond(PositionPick::AngleTo, point);
-        return true;
-    case PositionPick::AngleTo:
-        if (!RotateBetween(OffsetVertex, point))
-            return false;
-        break;
-    case PositionPick::None:
-        return true;
-    }
-    EndPositionPick();
+void ShowSettled() {
     ShowPositionNumbers();
     ForceOffsetUpdate();
-    return true;
 }
 
-void PickVertex(View* view) {
-    const Vertex* vertex = SelectSingleVertex(view);
-    const bool translating = Pending == PositionPick::FromVertex || Pending == PositionPick::ToVertex;
-    if (!vertex && translating) {
-        TellUser(SelectSingleVertexMessage);
-    } else if (vertex) {
-        double point[3];
-        std::copy_n(vertex->Position, 3, point);
-        if (!TakeVertex(point))
-            gl::ringbell();
-    } else {
-        gl::ringbell();
+PickAnswer TakeDifference(const Picked& picked) {
+    if (OffsetVertexIndex > 0) {
+        TranslateBetween(OffsetVertex, picked.Point);
+        ShowSettled();
     }
-    DirtyModelWindows();
+    return PickAnswer::Taken;
+}
+
+PickAnswer TakeCentre(const Picked& picked) {
+    PushOffset();
+    std::copy_n(picked.Point, 3, Position.Centre);
+    ShowSettled();
+    return PickAnswer::Taken;
+}
+
+PickAnswer TakeAxis(const Picked& picked) {
+    PushOffset();
+    if (!SetAxisThrough(picked.Point)) {
+        UndoPosition();
+        return PickAnswer::Refused;
+    }
+    ShowSettled();
+    return PickAnswer::Taken;
+}
+
+PickAnswer TakeAngle(const Picked& picked) {
+    if (OffsetVertexIndex == 0)
+        return std::equal(picked.Point, picked.Point + 3, Position.Centre) ? PickAnswer::Refused : PickAnswer::Taken;
+    if (!RotateBetween(OffsetVertex, picked.Point))
+        return PickAnswer::Refused;
+    ShowSettled();
+    return PickAnswer::Taken;
+}
+
+void PickHasEnded() {
+    Position.TranslateMode = DragWithMouse;
+    PositionPickEnded();
+    DirtyWindow(OffsetGizmo);
 }
 
 void DrawAxisSpot(double pixel) {
@@ -249,9 +220,7 @@ void DrawAxisSpot(double pixel) {
 } // namespace
 
 void PositionLeft(View* view) {
-    if (Pending != PositionPick::None)
-        PickVertex(view);
-    else if (Position.Page == RotatePage && (LeftShift || RightShift))
+    if (Position.Page == RotatePage && (LeftShift || RightShift))
         DragCentre(view);
     else
         DragOffset(view);
@@ -266,61 +235,38 @@ void PositionMenu(View* view) {
 }
 
 int PositionKey(View*, int character) {
-    if (character != EscapeCharacter)
-        return 0;
-    EndPositionPick();
-    return 1;
+    return character == EscapeCharacter;
 }
 
-void BeginPositionPick(PositionPick pick) {
-    EndPositionPick();
-    Pending = pick;
-    ShowedVertices = ShowVertices;
-    ShowVertices = 1;
-    GizmoDisabled = pick != PositionPick::FromVertex;
-    if (GizmoDisabled)
-        DisableWindow(OffsetGizmo);
-    ShowPositionStatus();
-    DirtyModelWindows();
-}
+const PendingPick DifferencePick = {
+    .Wanted = 2,
+    .Points = &OffsetVertex,
+    .Count = &OffsetVertexIndex,
+    .Take = TakeDifference,
+    .Missed = PickAnswer::Ignored,
+    .MissedMessage = SelectSingleVertexMessage,
+    .Status = {FirstVertexStatus, SecondVertexStatus},
+    .Ended = PickHasEnded,
+};
 
-void EndPositionPick() {
-    if (Pending == PositionPick::None)
-        return;
-    Pending = PositionPick::None;
-    OffsetVertexIndex = 0;
-    ShowVertices = ShowedVertices;
-    Position.TranslateMode = DragWithMouse;
-    if (OffsetGizmo) {
-        if (GizmoDisabled)
-            EnableWindow(OffsetGizmo);
-        DirtyWindow(OffsetGizmo);
-    }
-    GizmoDisabled = false;
-    PositionPickEnded();
-    ShowPositionStatus();
-    DirtyModelWindows();
-}
+const PendingPick CentrePick = {
+    .Take = TakeCentre, .Status = {CentreStatus}, .Disables = &OffsetGizmo, .Ended = PickHasEnded};
 
-PositionPick PendingPositionPick() {
-    return Pending;
-}
+const PendingPick AxisPick = {
+    .Take = TakeAxis, .Status = {AxisStatus}, .Disables = &OffsetGizmo, .Ended = PickHasEnded};
+
+const PendingPick AnglePick = {
+    .Wanted = 2,
+    .Points = &OffsetVertex,
+    .Count = &OffsetVertexIndex,
+    .Take = TakeAngle,
+    .Status = {FirstVertexStatus, SecondVertexStatus},
+    .Disables = &OffsetGizmo,
+    .Ended = PickHasEnded,
+};
 
 void ShowPositionStatus() {
-    switch (Pending) {
-    case PositionPick::FromVertex:
-    case PositionPick::AngleFrom:
-        return SetToolStatus(FirstVertexStatus);
-    case PositionPick::ToVertex:
-    case PositionPick::AngleTo:
-        return SetToolStatus(SecondVertexStatus);
-    case PositionPick::Centre:
-        return SetToolStatus(CentreStatus);
-    case PositionPick::Axis:
-        return SetToolStatus(AxisStatus);
-    case PositionPick::None:
-        return SetToolStatus(Position.Page == RotatePage ? RotateStatus : PositionStatus);
-    }
+    SetToolStatus(Position.Page == RotatePage ? RotateStatus : PositionStatus);
 }
 
 void ShowRotationAxis(View* view) {
@@ -346,9 +292,4 @@ void ShowRotationAxis(View* view) {
     gl::v3d(ends[0]);
     gl::v3d(ends[1]);
     gl::endline();
-}
-
-void DrawOffsetVertex(View* view) {
-    if (OffsetVertexIndex > 0)
-        DrawPickedPoints(view, OffsetVertex, OffsetVertexIndex);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "interaction/pending_pick.h"
 #include "store/view_record.h"
 
 #include <cstdint>
@@ -14,22 +15,16 @@ void PositionLeft(View* view);
 void PositionMenu(View* view);
 int PositionKey(View* view, int character);
 
-/// What the next click in a view picks.
-enum class PositionPick { None, FromVertex, ToVertex, Centre, Axis, AngleFrom, AngleTo };
+/// What the views can be asked to pick: the two vertices of a translation, the centre of rotation, a vertex on the
+/// axis, the two vertices of an angle.
+extern const PendingPick DifferencePick, CentrePick, AxisPick, AnglePick;
 
-/// Waits for a vertex; meanwhile all vertices are shown and, but for translations, the gizmo takes no input.
-void BeginPositionPick(PositionPick pick);
-/// Gives the pick up; nothing when there is none.
-void EndPositionPick();
-PositionPick PendingPositionPick();
-
-/// The status that belongs to what the gizmo waits for, else to its page.
+/// Shows the status that belongs to the page.
 void ShowPositionStatus();
 
-/// The vertices picked first (model space), and how many of them are shown: 0 or 1.
+/// The vertex picked first (model space), and how many there are: 0 or 1.
 extern double OffsetVertex[3];
 extern int OffsetVertexIndex;
 
-/// Overlays: the axis of rotation while the gizmo shows its page, and the vertex picked first.
+/// Overlay: the axis of rotation while the gizmo shows its page.
 void ShowRotationAxis(View* view);
-void DrawOffsetVertex(View* view);

@@ -12,6 +12,7 @@
 #include "gooey/redraw.h"
 #include "gooey/window.h"
 #include "interaction/modes.h"
+#include "interaction/pending_pick.h"
 #include "interaction/selection.h"
 #include "interaction/tool_protocol.h"
 #include "platform/drawing.h"
@@ -20,7 +21,6 @@
 #include "store/accessors.h"
 #include "store/storage.h"
 #include "store/walks.h"
-#include "views/display_flags.h"
 #include "views/drawing.h"
 #include "views/markers.h"
 #include "views/overlays.h"
@@ -60,8 +60,6 @@ double FoundVertex[3]; // scene space
 Gadget* BarText;
 Gadget* EditButton;
 int BarTextWidth; // pixels that the text may take
-
-int ShowVerticesBefore;
 
 bool SceneHasObjects() {
     for (const Branch* branch : EveryBranch(Scene()))
@@ -142,7 +140,7 @@ void BuildVertexBar() {
 
 void LeaveVertexQuery() {
     VertexIsFound = false;
-    ShowVertices = ShowVerticesBefore;
+    UnforceVerticesShown();
     ForgetBar();
 }
 
@@ -200,8 +198,7 @@ void QuerySceneVertices() {
     if (!SceneCanBeQueried())
         return;
     BeginTool(VertexQuery);
-    ShowVerticesBefore = ShowVertices;
-    ShowVertices = 1;
+    ForceVerticesShown();
 }
 
 void DrawQueryHighlight(View* view) {

@@ -10,6 +10,7 @@
 #include "gooey/redraw.h"
 #include "gooey/tool_window.h"
 #include "interaction/input.h"
+#include "interaction/pending_pick.h"
 #include "interaction/view_menus.h"
 #include "store/new_vertices.h"
 #include "store/undo.h"
@@ -153,6 +154,7 @@ void CancelTool() {
 }
 
 void ClearControl() {
+    EndPickOfTool();
     if (const Tool* ending = RunningTool) {
         CallSlot(ending->Leave);
         RunningTool = nullptr;

@@ -1,9 +1,11 @@
 #include "shell/interaction_slots.h"
 
+#include "gooey/event_loop.h"
 #include "interaction/flight.h"
 #include "interaction/input.h"
 #include "interaction/manipulation.h"
 #include "interaction/modes.h"
+#include "interaction/pending_pick.h"
 #include "interaction/position_views.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_prompt.h"
@@ -42,7 +44,7 @@ void RemakeSweeps() {
 void RegisterOverlays() {
     RegisterOverlay({OverlayBand::Model, NewSolidOrder, DrawNewSolid});
     RegisterOverlay({OverlayBand::Model, NewSweepOrder, DrawNewSweep});
-    RegisterOverlay({OverlayBand::Model, PickedPointsOrder, DrawOffsetVertex});
+    RegisterOverlay({OverlayBand::Model, PickedPointsOrder, DrawPickedVertices});
     RegisterOverlay({OverlayBand::Model, RotationAxisOrder, ShowRotationAxis});
     RegisterOverlay({OverlayBand::BeforeModel, 10, DrawNewPolygon});
     RegisterOverlay({OverlayBand::Label, 10, DrawHUD});
@@ -57,6 +59,8 @@ void FillInteractionSlots() {
     TheViewportSlots.CheckModelKey = CheckModelKey;
     TheViewportSlots.CheckTab = CheckTab;
     TheViewportSlots.TurnWheel = TurnWheel;
+
+    KeysOverDisabled = ViewportOfPick;
 
     TheInputSlots.DoActionCommand = CheckActionKeys;
     TheInputSlots.DoSafeCommand = DoSafeCommand;
