@@ -95,7 +95,7 @@ void DoModelAction(int code) {
 }
 
 void CheckSafeKeys(View* view, int code) {
-    KeyView = view;
+    KeyView = view ? view : ViewOfViewport(0);
     if (TheInputSlots.DoSafeCommand)
         TheInputSlots.DoSafeCommand(code);
 }

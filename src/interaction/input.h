@@ -18,7 +18,8 @@ void CheckTab(View* view, int pressed);
 
 /// A command by its code, on KeyView: a character, or a number from 257 up. Unknown codes do nothing.
 void DoModelAction(int code);
-/// Only what changes views and the display; for keys that a running tool does not use itself.
+/// Only what changes views and the display; for keys that a running tool does not use itself. Without a view (the
+/// key came to a window of the tool) the first viewport's is meant.
 void CheckSafeKeys(View* view, int code);
 /// A choice from a pop-up menu of a view, and from the main window's menus, by item number.
 void DealWithPopup(View* view, int item);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <csignal>
 #include <fstream>
 #include <stdexcept>
 
@@ -77,7 +78,13 @@ ProgramEnd PlayedProgram::PlayFile(const fs::path& script, const std::string& mo
         if (const char* value = std::getenv(passedOn))
             start.Environment.emplace_back(passedOn, value);
     start.Environment.insert(start.Environment.end(), Environment.begin(), Environment.end());
-    return RunProgram(start);
+    ProgramEnd end = RunProgram(start);
+    // The program itself ends with 0 after such a signal.
+    if (end.Errors.find("Segmentation violation") != std::string::npos)
+        end.Status = 128 + SIGSEGV;
+    else if (end.Errors.find("Bus error") != std::string::npos)
+        end.Status = 128 + SIGBUS;
+    return end;
 }
 
 ProgramEnd PlayedProgram::Play(const std::string& script, const std::string& model) {
