@@ -46,12 +46,6 @@ Branch* CopyTree(Branch* source, bool siblings) {
     return first;
 }
 
-Branch* DeepestFirst(Branch* branch) {
-    while (branch->FirstChild)
-        branch = branch->FirstChild;
-    return branch;
-}
-
 } // namespace
 
 Branch* AddBranch(Branch* branch, int direction) {
@@ -137,12 +131,16 @@ void ScanScene(Branch* branch, void (*function)(Branch*)) {
     if (!branch)
         return;
     function(branch);
-    if (!branch->FirstChild)
-        return;
-    for (Branch* descendant = DeepestFirst(branch->FirstChild); descendant != branch;) {
+    for (Branch* descendant : EveryBranchBelow(branch))
         function(descendant);
-        descendant = descendant->Next ? DeepestFirst(descendant->Next) : ParentOfBranch(descendant);
-    }
+}
+
+void ScanSceneWithAbort(Branch* branch, int (*function)(Branch*)) {
+    if (!branch || function(branch))
+        return;
+    for (Branch* descendant : EveryBranchBelow(branch))
+        if (function(descendant))
+            return;
 }
 
 void CopySceneForUndo() {
@@ -166,16 +164,20 @@ void NewScene() {
     CurrentFile->Scene = nullptr;
     CurrentFile->SelectedBranch = nullptr;
     SceneChangedSize = 1;
-    CallSlot(TheSceneSlots.DevalidateSceneViews);
+    if (!Mergeing)
+        CallSlot(TheSceneSlots.DevalidateSceneViews);
 }
 
 void FreeScene() {
     if (!Mergeing)
         DeselectWholeScene();
     NewScene();
-    FreeUpBranch(SceneUndo);
-    FreeUpBranch(ScenePaste);
-    SceneUndo = ScenePaste = nullptr;
+    // Undo and clipboard are the main file's: emptying the file that was merged leaves them.
+    if (!Mergeing) {
+        FreeUpBranch(SceneUndo);
+        FreeUpBranch(ScenePaste);
+        SceneUndo = ScenePaste = nullptr;
+    }
     if (Quitting)
         FreeSpareBranches();
 }

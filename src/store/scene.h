@@ -52,6 +52,9 @@ Branch* CopyOfBranch(Branch* branch);
 /// parent. The function must not change links.
 void ScanScene(Branch* branch, void (*function)(Branch*));
 
+/// The same walk, which ends at the first call that returns non-zero; that one may have changed the tree.
+void ScanSceneWithAbort(Branch* branch, int (*function)(Branch*));
+
 /// Takes the scene's undo copy. Scene edits call it before they change the tree.
 void CopySceneForUndo();
 
@@ -61,5 +64,5 @@ void UndoScene();
 /// Frees the whole tree; the next Scene() makes a fresh root.
 void NewScene();
 
-/// Frees the tree, its undo copy and the scene clipboard.
+/// Frees the tree; of the main file also its undo copy and the scene clipboard.
 void FreeScene();

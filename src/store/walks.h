@@ -144,3 +144,57 @@ class EveryBranch {
   private:
     Branch* First;
 };
+
+/// All branches below a root, each sibling list in order, children before their parent. The loop may prune the branch in
+/// hand.
+class EveryBranchBelow {
+  public:
+    explicit EveryBranchBelow(Branch* root) : Root(root) {}
+
+    class Iterator {
+      public:
+        Iterator(Branch* root, Branch* branch) : Root(root), Current(branch) { FindFollowing(); }
+
+        Branch* operator*() const { return Current; }
+
+        Iterator& operator++() {
+            Current = Following;
+            FindFollowing();
+            return *this;
+        }
+
+        bool operator==(const Iterator& other) const { return Current == other.Current; }
+
+        static Branch* DeepestFirst(Branch* branch) {
+            while (branch && branch->FirstChild)
+                branch = branch->FirstChild;
+            return branch;
+        }
+
+      private:
+        void FindFollowing() {
+            Following = nullptr;
+            if (!Current)
+                return;
+            if (Current->Next) {
+                Following = DeepestFirst(Current->Next);
+                return;
+            }
+            const Branch* first = Current;
+            while (first->Prev)
+                first = first->Prev;
+            Following = first->Parent == Root ? nullptr : first->Parent;
+        }
+
+        Branch* Root;
+        Branch* Current;
+        Branch* Following = nullptr;
+    };
+
+    Iterator begin() const { return Iterator(Root, Root ? Iterator::DeepestFirst(Root->FirstChild) : nullptr); }
+
+    Iterator end() const { return Iterator(Root, nullptr); }
+
+  private:
+    Branch* Root;
+};
