@@ -18,4 +18,3 @@ int CountSceneObjectSelections();
 int BranchCompletelySelected(Branch* branch);
 /// 1 when the branch, or one below it, places an object.
 int AnyObjectsInBranch(Branch* branch);
-

@@ -20,6 +20,10 @@
 #include "store/scene.h"
 #include "store/storage.h"
 #include "store/undo.h"
+#include "structure/plant_objects.h"
+#include "structure/scene_clipboard.h"
+#include "structure/scene_operations.h"
+#include "structure/scene_positioning.h"
 #include "tools/alignment.h"
 #include "tools/create_sphere.h"
 #include "tools/create_vertices.h"
@@ -110,6 +114,18 @@ void SelectWholeScene() {
     SelectScene(Scene());
 }
 
+void CopyPartOfScene() {
+    CopyScene(1);
+}
+
+void PasteIntoScene() {
+    PasteScene(0, 0);
+}
+
+void MovePartOfScene() {
+    MoveScene(1);
+}
+
 void ResetCentre() {
     ResetRotationCentre(KeyView);
 }
@@ -153,7 +169,7 @@ const Command Commands[] = {
     {Ctrl('J'), "Join selected vertices", InEveryMode, Action, JoinVertices},
     {Ctrl('N'), "Create n-gons", InEveryMode, Action, CreateCircularPolys},
     {Ctrl('O'), "Open", InEveryMode, Action, DoFile<FileOpen>},
-    {Ctrl('P'), "Plant current object", InEveryMode, Action, NotYet},
+    {Ctrl('P'), "Plant current object", InEveryMode, Action, PlantObject},
     {Ctrl('S'), "Save", InEveryMode, Action, DoFile<FileSave>},
     {257, "Save as", InEveryMode, Action, DoFile<FileSaveAs>},
     {258, "New", InEveryMode, Action, DoFile<FileNew>},
@@ -213,10 +229,10 @@ const Command Commands[] = {
     {320, "Align object: +Z", InEveryMode, Action, AlignWhole<AlignLowZ>},
     {321, "Align object: centre in Z", InEveryMode, Action, AlignWhole<AlignMiddleZ>},
     {322, "Align object: -Z", InEveryMode, Action, AlignWhole<AlignHighZ>},
-    {323, "Add object on grid", InEveryMode, Action, NotYet},
-    {324, "Replace object in scene", InEveryMode, Action, NotYet},
-    {325, "New scene", InEveryMode, Action, NotYet},
-    {326, "Centralise scene", InEveryMode, Action, NotYet},
+    {323, "Add object on grid", InEveryMode, Action, AddSceneObject},
+    {324, "Replace object in scene", InEveryMode, Action, ReplaceObjectInScene},
+    {325, "New scene", InEveryMode, Action, ResetScene},
+    {326, "Centralise scene", InEveryMode, Action, CentraliseScene},
     {327, "Query vertices of the scene", InEveryMode, Action, QuerySceneVertices},
 
     // Different from mode to mode
@@ -224,22 +240,22 @@ const Command Commands[] = {
     {BackspaceCharacter, "Delete (leave vertices)", InPolygonMode, Action, DeletePolygons},
     {DeleteCharacter, "Delete unused vertices", InVertexMode, Action, DeleteUnusedVertices},
     {DeleteCharacter, "Delete (leave vertices)", InPolygonMode, Action, DeletePolygons},
-    {ReturnCharacter, "Add object on grid", InSceneMode, Action, NotYet},
+    {ReturnCharacter, "Add object on grid", InSceneMode, Action, AddSceneObject},
     {Key('x'), "Move vertices", InVertexMode, Action, MoveVertices},
     {Key('x'), "Move polygons", InPolygonMode, Action, MovePolygons},
-    {Key('x'), "Move part of the scene", InSceneMode, Action, NotYet},
+    {Key('x'), "Move part of the scene", InSceneMode, Action, MovePartOfScene},
     {Ctrl('A'), "Select all vertices", InVertexMode, Action, SelectAllVertices},
     {Ctrl('A'), "Select all polygons", InPolygonMode, Action, SelectAllPolygons},
     {Ctrl('A'), "Select the whole scene", InSceneMode, Action, SelectWholeScene},
     {Ctrl('C'), "Copy vertices", InVertexMode, Action, NotYet},
     {Ctrl('C'), "Copy polygons", InPolygonMode, Action, NotYet},
-    {Ctrl('C'), "Copy part of the scene", InSceneMode, Action, NotYet},
+    {Ctrl('C'), "Copy part of the scene", InSceneMode, Action, CopyPartOfScene},
     {Ctrl('V'), "Paste vertices", InVertexMode, Action, NotYet},
     {Ctrl('V'), "Paste polygons", InPolygonMode, Action, NotYet},
-    {Ctrl('V'), "Paste into the scene", InSceneMode, Action, NotYet},
+    {Ctrl('V'), "Paste into the scene", InSceneMode, Action, PasteIntoScene},
     {Ctrl('X'), "Cut vertices", InVertexMode, Action, NotYet},
     {Ctrl('X'), "Cut polygons", InPolygonMode, Action, NotYet},
-    {Ctrl('X'), "Cut part of the scene", InSceneMode, Action, NotYet},
+    {Ctrl('X'), "Cut part of the scene", InSceneMode, Action, CutScene},
     {Ctrl('Z'), "Undo", InObjectMode, Action, Undo},
     {Ctrl('Z'), "Undo in the scene", InSceneMode, Action, UndoScene},
 

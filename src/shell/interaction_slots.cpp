@@ -14,6 +14,7 @@
 #include "shell/menus.h"
 #include "store/scene.h"
 #include "store/undo.h"
+#include "structure/plant_objects.h"
 #include "textures/texture_changes.h"
 #include "tools/create_sphere.h"
 #include "tools/polygon_entry.h"
@@ -34,6 +35,7 @@ void EndTools() {
     FreeSpheres();
     FreeSweeper();
     FreeRevolve();
+    FreePlantList();
 }
 
 void RemakeSweeps() {

@@ -48,7 +48,11 @@ void FillStoreSlots() {
     TheStorageSlots.ResetFileInformation = ResetFileInformation;
     TheStorageSlots.RestoreDisplayDefaults = RestoreDisplayDefaults;
     TheStorageSlots.ChangeNoViewports = ChangeNoViewports;
-    TheSceneSlots.DevalidateSceneViews = DevalidateSceneViews;
+    // The views are the main file's.
+    TheSceneSlots.DevalidateSceneViews = [] {
+        if (!Mergeing)
+            DevalidateSceneViews();
+    };
 }
 
 void FillMaterialSlots() {

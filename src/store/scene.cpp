@@ -164,8 +164,7 @@ void NewScene() {
     CurrentFile->Scene = nullptr;
     CurrentFile->SelectedBranch = nullptr;
     SceneChangedSize = 1;
-    if (!Mergeing)
-        CallSlot(TheSceneSlots.DevalidateSceneViews);
+    CallSlot(TheSceneSlots.DevalidateSceneViews);
 }
 
 void FreeScene() {

@@ -145,8 +145,8 @@ class EveryBranch {
     Branch* First;
 };
 
-/// All branches below a root, each sibling list in order, children before their parent. The loop may prune the branch in
-/// hand.
+/// All branches below a root, each sibling list in order, children before their parent. The loop may prune the branch
+/// in hand.
 class EveryBranchBelow {
   public:
     explicit EveryBranchBelow(Branch* root) : Root(root) {}

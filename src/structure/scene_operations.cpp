@@ -19,6 +19,8 @@
 #include "views/scene_views.h"
 #include "views/viewports.h"
 
+Window* SceneBuilder;
+
 namespace {
 
 constexpr int NothingToGoAcrossFrom = 44, NothingToGoDownFrom = 45, NothingToAttachTo = 46, CannotGoAcross = 47,
@@ -32,9 +34,7 @@ void SetName(Branch* branch, const char* name) {
     branch->Name = CopyOfString(name);
 }
 
-/// A new branch that is seen in the builder at once.
 Branch* Grow(Branch* place, int direction, const char* name) {
-    CopySceneForUndo();
     Branch* branch = AddBranch(place, direction);
     SetName(branch, name);
     if (direction == BranchAsChild)
@@ -43,6 +43,7 @@ Branch* Grow(Branch* place, int direction, const char* name) {
 }
 
 void AddSelectedGroup(int direction) {
+    CopySceneForUndo();
     SelectScene(Grow(SelectedBranch(), direction, "Unnamed"));
     DirtySceneWindows();
 }
@@ -92,6 +93,10 @@ NameAnswer TakeBranchName(const char* name) {
 
 } // namespace
 
+Branch* GrowBranch(Branch* place, const char* name) {
+    return Grow(place, place->Object ? BranchAsSibling : BranchAsChild, name);
+}
+
 bool TellUnless(bool condition, int message) {
     if (!condition)
         TellUser(message);
@@ -121,10 +126,9 @@ void AttachObjectToBranch(int mustSelect, int viewIndex) {
         return;
     ShowSceneMode();
     SceneRadius();
-    if (!LastSceneRadValid)
-        DevalidateSceneViews();
     ValidateView(viewIndex);
-    Branch* branch = Grow(target, target->Object ? BranchAsSibling : BranchAsChild, "Object");
+    CopySceneForUndo();
+    Branch* branch = GrowBranch(target, "Object");
     branch->Object = CurrentObject();
     branch->Transform = SceneView[viewIndex].GridMatrix;
     if (!LastSceneRadValid)

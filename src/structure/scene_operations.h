@@ -38,6 +38,10 @@ void ShuffleBranchDown();
 /// An empty scene.
 void ResetScene();
 
+/// A new branch of that name, which is seen in the builder at once: below a group, after a branch that places an
+/// object.
+Branch* GrowBranch(Branch* place, const char* name);
+
 /// A message by its number, unless the condition holds; returns it.
 bool TellUnless(bool condition, int message);
 /// Draws the builder and the model views again.
