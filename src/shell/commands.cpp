@@ -21,6 +21,7 @@
 #include "store/storage.h"
 #include "store/undo.h"
 #include "structure/plant_objects.h"
+#include "structure/scene_builder.h"
 #include "structure/scene_clipboard.h"
 #include "structure/scene_operations.h"
 #include "structure/scene_positioning.h"
@@ -276,7 +277,7 @@ const Command Commands[] = {
 
     // Windows
     {Key('?'), "Manual", InEveryMode, Safe, OpenTheManual},
-    {Key('c'), "Scene builder", InEveryMode, Safe, NotYet},
+    {Key('c'), "Scene builder", InEveryMode, Safe, OpenSceneBuilder},
     {Key('e'), "Texture palette", InEveryMode, Safe, NotYet},
     {Key('g'), "Grid control", InEveryMode, Safe, NotYet},
     {Key('m'), "Material palette", InEveryMode, Safe, NotYet},

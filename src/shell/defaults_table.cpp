@@ -13,6 +13,7 @@
 #include "shell/preferences.h"
 #include "shell/remembered_places.h"
 #include "store/view_record.h"
+#include "structure/scene_builder.h"
 #include "textures/texture_file.h"
 #include "textures/texture_library.h"
 #include "tools/create_sphere.h"

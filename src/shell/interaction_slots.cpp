@@ -15,6 +15,7 @@
 #include "store/scene.h"
 #include "store/undo.h"
 #include "structure/plant_objects.h"
+#include "structure/scene_builder.h"
 #include "textures/texture_changes.h"
 #include "tools/create_sphere.h"
 #include "tools/polygon_entry.h"
@@ -83,6 +84,7 @@ void FillInteractionSlots() {
 
     TheUndoSlots.DirtyModelWindows = DirtyModelWindows;
     TheSceneSlots.DirtyModelWindows = DirtyModelWindows;
+    TheSceneSlots.DirtySceneBuilder = DirtySceneBuilder;
 
     RegisterOverlays();
 }

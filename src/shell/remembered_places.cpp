@@ -1,6 +1,5 @@
 #include "shell/remembered_places.h"
 
-int SceneBuilderX, SceneBuilderY, SceneBuilderW, SceneBuilderH, SceneBuilderOpened;
 int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
 int MateditX, MateditY, MaterialEditorOpened;
 int StructX, StructY, StructureEditorOpened;
@@ -14,7 +13,7 @@ int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
 int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
-int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+int GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
 int LodScale;
 int MatEditGang;

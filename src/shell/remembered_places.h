@@ -4,7 +4,6 @@
 // none is lost when the defaults file is written anew. Whoever builds one of them takes its variables along.
 
 /// Places, screen pixels, sizes where the user can change them, and flags: a place is known.
-extern int SceneBuilderX, SceneBuilderY, SceneBuilderW, SceneBuilderH, SceneBuilderOpened;
 extern int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
 extern int MateditX, MateditY, MaterialEditorOpened;
 extern int StructX, StructY, StructureEditorOpened;
@@ -19,7 +18,7 @@ extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
 /// Flags: windows to be opened again at the next start.
-extern int SceneBuilderOpen, GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+extern int GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
 /// Flag: the structure editor draws distances to scale.
 extern int LodScale;

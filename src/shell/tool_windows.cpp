@@ -2,11 +2,13 @@
 
 #include "gooey/tool_window.h"
 #include "shell/preferences.h"
+#include "structure/scene_builder.h"
 #include "tools/revolve.h"
 #include "tools/text_generator.h"
 
 void RegisterToolWindows() {
     static const ToolWindow* const windows[] = {
+        &SceneBuilderWindow,
         &PreferencesWindow,
         &TextGeneratorWindow,
         &RevolveWindow,

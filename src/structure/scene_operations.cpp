@@ -19,8 +19,6 @@
 #include "views/scene_views.h"
 #include "views/viewports.h"
 
-Window* SceneBuilder;
-
 namespace {
 
 constexpr int NothingToGoAcrossFrom = 44, NothingToGoDownFrom = 45, NothingToAttachTo = 46, CannotGoAcross = 47,
