@@ -32,13 +32,6 @@ const char* SignalText(int code) {
 // A stack of its own, so that a handler can still run when the signal was raised by a stack overflow.
 alignas(16) char HandlerStack[64 * 1024];
 
-void Trap(int number) {
-    struct sigaction action = {};
-    action.sa_handler = KillProgram;
-    action.sa_flags = SA_ONSTACK;
-    sigaction(number, &action, nullptr);
-}
-
 // A program inherits the signals that its starter had blocked.
 void Unblock(std::initializer_list<int> numbers) {
     sigset_t set;
@@ -46,6 +39,50 @@ void Unblock(std::initializer_list<int> numbers) {
     for (const int number : numbers)
         sigaddset(&set, number);
     sigprocmask(SIG_UNBLOCK, &set, nullptr);
+}
+
+constexpr unsigned SecondsToCome = 5;
+
+/// The signal that asked for the end.
+volatile std::sig_atomic_t AskingSignal = 0;
+volatile std::sig_atomic_t SignalsWait = 0;
+
+void Trap(int number, void (*handler)(int)) {
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_ONSTACK;
+    sigaction(number, &action, nullptr);
+}
+
+[[noreturn]] void EndBy(int number) {
+    if (number == SIGTERM)
+        KillProgram(number);
+    // Whoever waits for the program sees what ended it.
+    std::signal(number, SIG_DFL);
+    Unblock({number});
+    std::raise(number);
+    _exit(0);
+}
+
+/// The end of a session often sends several: the first one counts.
+void NoteEndingSignal(int number) {
+    if (!SignalsWait)
+        EndBy(number);
+    if (AskingSignal)
+        return;
+    AskingSignal = number;
+    alarm(SecondsToCome);
+}
+
+void EndLate(int) {
+    EndBy(AskingSignal ? AskingSignal : SIGTERM);
+}
+
+void TrapUnlessIgnored(int number) {
+    struct sigaction before = {};
+    if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN)
+        return;
+    Trap(number, NoteEndingSignal);
 }
 
 } // namespace
@@ -73,14 +110,33 @@ void TrapStuff() {
     stack.ss_size = sizeof HandlerStack;
     sigaltstack(&stack, nullptr);
 
-    Trap(SIGTERM);
+    Trap(SIGTERM, NoteEndingSignal);
+    Trap(SIGALRM, EndLate);
+    TrapUnlessIgnored(SIGHUP);
+    TrapUnlessIgnored(SIGINT);
     if (!DeveloperBuild) {
-        Trap(SIGBUS);
-        Trap(SIGSEGV);
+        Trap(SIGBUS, KillProgram);
+        Trap(SIGSEGV, KillProgram);
     }
     // A file that grows beyond the user's limit is a failed save, not the end.
     std::signal(SIGXFSZ, SIG_IGN);
     // Nobody need listen to what the program tells. Programs that it starts get the default back, as of every handler.
     std::signal(SIGPIPE, [](int) {});
     Unblock({SIGTERM, SIGBUS, SIGSEGV});
+}
+
+void LetSignalsWait() {
+    SignalsWait = 1;
+}
+
+int EndAsked() {
+    return AskingSignal;
+}
+
+void StopWaitingForEnd() {
+    alarm(0);
+}
+
+void EndAsAsked() {
+    EndBy(EndAsked());
 }

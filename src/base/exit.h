@@ -17,5 +17,20 @@ constexpr int FatalEnd = 12345679;
 [[noreturn]] void KillProgram(int code);
 
 /// Has KillProgram handle the termination signal and, but for a developer build, bus errors and segmentation
-/// violations.
+/// violations; the hang-up and the interrupt of a terminal, unless whoever started the program has them ignored, end it
+/// by themselves.
 void TrapStuff();
+
+/// From here on the signals that ask for the end (termination, hang-up, interrupt) wait until the program has seen to
+/// its work: EndAsked says so, and whoever waits for input gives up. A program that does not come to it within some
+/// seconds ends all the same.
+void LetSignalsWait();
+
+/// Non-zero once such a signal has come.
+int EndAsked();
+
+/// The program has come to it and needs as long as it needs.
+void StopWaitingForEnd();
+
+/// Ends the program as the signal that came would have done at once.
+[[noreturn]] void EndAsAsked();

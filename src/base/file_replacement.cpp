@@ -232,6 +232,19 @@ int FileReplacement::KeepOldVersion(const std::string& suffix) {
     return 1;
 }
 
+int FileReplacement::KeepOldVersionAs(const std::string& name) {
+    if (Elsewhere >= 0) {
+        errno = EACCES;
+        return 0;
+    }
+    if (Hidden.empty() || !OldVersion || link(Place.c_str(), name.c_str()) == 0)
+        return 1;
+    if (errno == EEXIST || renameat2(AT_FDCWD, Place.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) != 0)
+        return 0;
+    Moved = name;
+    return 1;
+}
+
 int FileReplacement::PutInPlace() {
     if (Elsewhere >= 0)
         return WriteOver() || Fail();

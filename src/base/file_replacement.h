@@ -34,6 +34,9 @@ class FileReplacement {
     int Finish();
     /// Keeps the old version under its name with a suffix, too, replacing what is there.
     int KeepOldVersion(const std::string& suffix);
+    /// The same under a whole name that no file has: replaces nothing, then errno is EEXIST. Not where the directory
+    /// takes no new files.
+    int KeepOldVersionAs(const std::string& name);
     int PutInPlace();
 
   private:

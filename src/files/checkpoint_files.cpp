@@ -14,6 +14,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -117,41 +118,52 @@ struct Information {
 std::string TextOf(const Information& information) {
     const auto& [origin, checkpoint] = information;
     std::string text = origin.Path + "\n" + origin.Name + "\n" + std::string(ThirdLineStart);
-    for (const long long number :
-         {static_cast<long long>(origin.Path.size()), static_cast<long long>(origin.Name.size()), checkpoint.Size,
-          checkpoint.Seconds, checkpoint.Nanoseconds})
+    std::vector<long long> numbers = {static_cast<long long>(origin.Path.size()),
+                                      static_cast<long long>(origin.Name.size()), checkpoint.Size, checkpoint.Seconds,
+                                      checkpoint.Nanoseconds};
+    if (const auto& known = origin.Known)
+        numbers.insert(numbers.end(),
+                       {known->There, known->Device, known->Inode, known->Size, known->Seconds, known->Nanoseconds});
+    for (const long long number : numbers)
         text += std::to_string(number) + " ";
     text.back() = '\n';
     return text;
 }
 
+/// How many numbers a third line has at least, and with the file that was known.
+constexpr std::size_t FewestNumbers = 5, AllNumbers = 11;
+
 /// Reads a third line's numbers. False when it is none.
-bool ReadNumbers(std::string_view line, long long (&numbers)[5]) {
+bool ReadNumbers(std::string_view line, std::vector<long long>& numbers) {
     if (!line.starts_with(ThirdLineStart))
         return false;
     line.remove_prefix(ThirdLineStart.size());
-    for (long long& number : numbers) {
+    long long number = 0;
+    while (numbers.size() < AllNumbers) {
         const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), number);
-        if (error != std::errc() || number < 0)
-            return false;
+        if (error != std::errc())
+            break;
+        numbers.push_back(number);
         line.remove_prefix(static_cast<std::size_t>(end - line.data()));
         if (!line.empty())
             line.remove_prefix(1);
     }
-    return true;
+    return numbers.size() >= FewestNumbers && numbers[0] >= 0 && numbers[1] >= 0;
 }
 
 /// With the third line names are taken by their lengths, whatever they consist of.
 bool ParseWithThirdLine(std::string_view text, Information& information) {
     const std::size_t start = text.size() < 2 ? std::string_view::npos : text.rfind('\n', text.size() - 2);
-    long long numbers[5];
+    std::vector<long long> numbers;
     if (start == std::string_view::npos || !ReadNumbers(text.substr(start + 1), numbers))
         return false;
     const auto pathLength = static_cast<std::size_t>(numbers[0]), nameLength = static_cast<std::size_t>(numbers[1]);
     if (pathLength > start || nameLength > start || pathLength + nameLength + 1 != start)
         return false;
-    information.Origin = {std::string(text.substr(0, pathLength)),
-                          std::string(text.substr(pathLength + 1, nameLength))};
+    information.Origin = {std::string(text.substr(0, pathLength)), std::string(text.substr(pathLength + 1, nameLength)),
+                          std::nullopt};
+    if (numbers.size() == AllNumbers)
+        information.Origin.Known = {numbers[5], numbers[6], numbers[7], numbers[8], numbers[9], numbers[10]};
     information.Checkpoint = {numbers[2], numbers[3], numbers[4]};
     return true;
 }
@@ -174,7 +186,7 @@ bool ParseLines(std::string_view text, Information& information) {
     }
     if (name.empty())
         return false;
-    information.Origin = {std::string(path), std::string(name)};
+    information.Origin = {std::string(path), std::string(name), std::nullopt};
     return true;
 }
 

@@ -1,18 +1,23 @@
 #pragma once
 
+#include "base/file_identity.h"
+
+#include <optional>
 #include <string>
 
 // The files that a checkpoint consists of, in the home directory: the model "CheckPoint.kirvo", and
 // ".kirvo_checkpoint_info" with the directory and name of the file that it stands for, a line each. A third line tells
-// how long those two are, and which checkpoint they belong to. Both are whole at every moment, and belong to each
-// other.
+// how long those two are, which checkpoint they belong to, and which version of the model's file the work began with.
+// Both are whole at every moment, and belong to each other.
 //
 // Several programs of one user do not share them: each holds a lock on its files as long as it runs. The first has the
 // names above, a second one the same with "-2", and so on.
 
-/// The directory and name of the model that a checkpoint was made of.
+/// The directory and name of the model that a checkpoint was made of, and its file as the program knew it.
 struct CheckpointOrigin {
     std::string Path, Name;
+    /// Empty where an older program has not said.
+    std::optional<FileIdentity> Known;
 };
 
 /// Takes the files of this program: those that an ended one has left a checkpoint in, otherwise the first that are

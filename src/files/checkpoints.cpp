@@ -6,6 +6,8 @@
 #include "files/checkpoint_files.h"
 #include "files/file_commands.h"
 #include "files/file_errors.h"
+#include "files/foreign_changes.h"
+#include "files/reading_progress.h"
 #include "gooey/gadget.h"
 #include "gooey/gadget_skeleton.h"
 #include "gooey/label.h"
@@ -17,10 +19,13 @@
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "platform/system.h"
+#include "store/accessors.h"
 #include "store/storage.h"
 #include "views/hooks.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 int MakeCheckpointFiles = 1;
 int CheckpointTime = 15;
@@ -52,6 +57,17 @@ void KeepUnreadWork() {
         std::fprintf(stderr, "Kirvo: The checkpoint that could not be read is kept as %s\n", name.c_str());
 }
 
+std::string ModelPath() {
+    return std::string(FilePath) + "/" + FileName;
+}
+
+CheckpointOrigin Origin() {
+    CheckpointOrigin origin{FilePath, FileName, std::nullopt};
+    if (KnownFile.Path == ModelPath())
+        origin.Known = KnownFile.Identity;
+    return origin;
+}
+
 bool IsDue() {
     return MakeCheckpointFiles && MainWindow && !Quitting &&
            ClockTicks() > LastCheckpoint + CheckpointTime * TicksPerMinute && !SystemBusy();
@@ -79,11 +95,24 @@ void MakeCheckpoint() {
         OpenNotice();
         Window* notice = CurrentWindow;
         KeepUnreadWork();
-        WriteCheckpoint({FilePath, FileName});
+        WriteCheckpoint(Origin());
         CloseWindow(notice);
         EnableWindow(MainWindow);
     }
     ResetCheckpoint();
+}
+
+void SaveWorkInCheckpoint() {
+    if (WorkSaved || ReadingGoesOn())
+        return;
+    if (!TakeCheckpointFiles()) {
+        std::fputs("Kirvo: No checkpoint could be written: too many programs run\n", stderr);
+        return;
+    }
+    KeepUnreadWork();
+    PointToMerge(0);
+    if (!WriteCheckpoint(Origin()))
+        std::fprintf(stderr, "Kirvo: No checkpoint could be written: %s\n", std::strerror(errno));
 }
 
 int LoadCheckpoint() {
@@ -100,6 +129,9 @@ int LoadCheckpoint() {
     const int read = LoadModelFile(CheckpointName().c_str());
     FileErrorOk = 0;
     if (read) {
+        // Whoever has changed the file since the work began did so while nobody looked.
+        if (origin.Known)
+            KnownFile = {ModelPath(), *origin.Known};
         std::fputs("Kirvo: Checkpoint file loaded...\n", stderr);
         WorkSaved = 0;
     } else {

@@ -13,6 +13,11 @@ void ResetCheckpoint();
 /// Makes a checkpoint when one is due and nothing else goes on. For the main loop, after every pass.
 void MakeCheckpoint();
 
+/// The program is about to end without a normal end: makes a checkpoint of unsaved work, whatever the user prefers,
+/// without drawing anything. Not while a file is being read: the store is half built then. A failure is told on the
+/// standard error stream.
+void SaveWorkInCheckpoint();
+
 /// Once at start-up: loads the checkpoint that an interrupted program left, if there is one. 1 when that has settled
 /// what the model is: the checkpoint's, unsaved; or, when it cannot be read, a new one.
 int LoadCheckpoint();

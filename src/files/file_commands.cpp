@@ -9,6 +9,7 @@
 #include "files/file_errors.h"
 #include "files/file_information_window.h"
 #include "files/file_slots.h"
+#include "files/foreign_changes.h"
 #include "files/reader.h"
 #include "files/unsaved_work.h"
 #include "files/writer.h"
@@ -76,14 +77,48 @@ class BackupsOn {
     int Kept;
 };
 
+/// What the answer "Save anyway" to the question about a foreign change leads to at last; may be null.
+void (*AfterForeignSave)() = nullptr;
+
 void NoteWorkSaved() {
     WorkSaved = 1;
+    RememberFileOnDisk(CurrentPath());
     NameIsOfUnreadFile = false;
     ForgetCheckpoint();
     ResetCheckpoint();
 }
 
+void OpenSelector(int mode, const char* name) {
+    DoFileSelector(mode, FilePath, name, KirvoExtension, DoFileOp, MainWindow);
+}
+
+void SaveAnyway() {
+    if (!SaveOverForeignFile(CurrentPath().c_str()))
+        return;
+    NoteWorkSaved();
+    if (!AfterForeignSave)
+        return;
+    const WindowScope scope(MainWindow);
+    AfterForeignSave();
+}
+
+/// False when the user must be asked first; nothing may be saved then.
+bool MayReplaceCurrentFile() {
+    if (!FileChangedOnDisk(CurrentPath()))
+        return true;
+    AfterForeignSave = nullptr;
+    AskAboutForeignChange(CurrentPath(), [](ForeignChangeAnswer answer) {
+        if (answer == ForeignChangeAnswer::SaveAnyway)
+            SaveAnyway();
+        else if (answer == ForeignChangeAnswer::SaveAs)
+            OpenSelector(FileToSave, FileName);
+    });
+    return false;
+}
+
 int SaveUnderCurrentName() {
+    if (!MayReplaceCurrentFile())
+        return 0;
     const MainWindowDisabled disabled;
     if (!SaveModelFile(CurrentPath().c_str()))
         return 0;
@@ -112,6 +147,8 @@ void TellWhereItIsSaved() {
 
 int SaveAtOnce() {
     const bool unnamed = ModelIsUnnamed();
+    if (!unnamed && !MayReplaceCurrentFile())
+        return 0;
     const std::string oldName = FileName;
     if (unnamed)
         NameAfterNoFile();
@@ -124,10 +161,6 @@ int SaveAtOnce() {
     if (unnamed)
         TellWhereItIsSaved();
     return 1;
-}
-
-void OpenSelector(int mode, const char* name) {
-    DoFileSelector(mode, FilePath, name, KirvoExtension, DoFileOp, MainWindow);
 }
 
 void BeginMerge() {
@@ -145,7 +178,7 @@ void OpenFile(const std::string& path) {
 }
 
 bool SaveFile(const std::string& path) {
-    if (!SaveModelFile(path.c_str()))
+    if (!MayReplaceCurrentFile() || !SaveModelFile(path.c_str()))
         return false;
     NoteWorkSaved();
     CallSlot(TheFileSlots.WriteDefaults);
@@ -280,6 +313,9 @@ int LoadModelFile(const char* path) {
     CutBackupExtension();
     if (!Mergeing)
         CloseWindow(FileComment);
+    // Before the read: what changes while it goes on counts as changed.
+    if (!Mergeing)
+        RememberFileOnDisk(CurrentPath());
     const int read = ReadKirvo(path);
     ResetCheckpoint();
     struct stat status;
@@ -291,6 +327,11 @@ int LoadModelFile(const char* path) {
     if (StartingUp)
         PutDefaultsInPlace();
     return 0;
+}
+
+void AfterSavingAnyway(void (*action)()) {
+    if (AskingAboutForeignChange())
+        AfterForeignSave = action;
 }
 
 int LoadImportedModel(const char* path) {

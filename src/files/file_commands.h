@@ -14,9 +14,13 @@ enum FileOperation {
     FileSaveAtOnce = 5,
 };
 
-/// Runs an operation of the File menu. 0 when a save failed, which the user has been told. New and Open first ask about
+/// Runs an operation of the File menu. 0 when a save failed, which the user has been told, or when the user is asked
+/// whether to replace what another program has saved. New and Open first ask about
 /// unsaved work; they, Save As and Merge only begin here.
 int DoFileOperation(int operation);
+
+/// While the user is asked that: what is done once the work has been saved all the same.
+void AfterSavingAnyway(void (*action)());
 
 /// Starts a new model, whatever becomes of the present one.
 void DoNew();

@@ -1,5 +1,6 @@
 #include "files/loading_bar.h"
 
+#include "base/exit.h"
 #include "gooey/draw.h"
 #include "gooey/event_loop.h"
 #include "gooey/event_queue.h"
@@ -61,6 +62,8 @@ void End() {
 template <class Part>
 int Look(const char* what, Part part) {
     gl::BreatheAtWork();
+    if (EndAsked())
+        return 1;
     const long now = ClockTicks();
     if (now < LastLook + TicksBetweenLooks)
         return 0;

@@ -12,6 +12,7 @@ constexpr std::size_t BytesBetweenReports = 64 * 1024;
 constexpr double PartOfFetching = 0.15;
 
 std::size_t SizeToParse;
+int Reading = 0;
 
 bool Report(double part) {
     if (!TheFileSlots.ReadingProgress || !TheFileSlots.ReadingProgress(part))
@@ -23,12 +24,18 @@ bool Report(double part) {
 } // namespace
 
 void BeginReadingProgress() {
+    Reading = 1;
     NextParsingReport = 0;
     if (TheFileSlots.ReadingProgress)
         TheFileSlots.ReadingProgress(0);
 }
 
+int ReadingGoesOn() {
+    return Reading;
+}
+
 void EndReadingProgress() {
+    Reading = 0;
     NextParsingReport = 0;
     if (TheFileSlots.ReadingProgress)
         TheFileSlots.ReadingProgress(1);

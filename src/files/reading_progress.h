@@ -6,6 +6,8 @@
 
 void BeginReadingProgress();
 void EndReadingProgress();
+/// 1 between the two.
+int ReadingGoesOn();
 
 /// The file is being fetched into memory. False when the user cancels.
 bool NoteFetchingProgress(std::size_t fetched, std::size_t size);

@@ -47,7 +47,10 @@ bool SaveOrDiscard(int answer) {
     // Else the file would lack what is to be seen.
     if (ToolHoldsWork())
         FinishTool();
-    return DoFileOperation(FileSaveAtOnce);
+    if (DoFileOperation(FileSaveAtOnce))
+        return true;
+    AfterSavingAnyway(WorkNotSavedAction);
+    return false;
 }
 
 } // namespace

@@ -20,9 +20,11 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <limits>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 int FileBackups = 1;
 
@@ -290,7 +292,7 @@ void TellThatFileCannotBeCreated(const char* fileName, const std::string& whereO
 
 /// What became of a save.
 struct SaveResult {
-    enum { Saved, NotCreated, NotWritten } Outcome = Saved;
+    enum { Saved, NotCreated, NotWritten, NotKept } Outcome = Saved;
 
     /// Why the file was not created or not written.
     int Reason = 0;
@@ -310,7 +312,10 @@ void KeepBackup(FileReplacement& replacement, SaveResult& result) {
         result.OtherBackup = OtherBackupExtension;
 }
 
-SaveResult Save(const char* fileName, bool backup) {
+/// What is done with the version that a save replaces.
+enum class OldVersion { Lost, Backup, Foreign };
+
+SaveResult Save(const char* fileName, OldVersion oldVersion) {
     FileReplacement replacement(fileName);
     SaveResult result;
     result.Replaces = replacement.Replaces();
@@ -324,8 +329,14 @@ SaveResult Save(const char* fileName, bool backup) {
         result.Reason = errno;
         return result;
     }
-    if (backup)
+    if (oldVersion == OldVersion::Backup)
         KeepBackup(replacement, result);
+    if (oldVersion == OldVersion::Foreign && result.Replaces &&
+        !replacement.KeepOldVersionAs(FreeNameForForeignVersion(fileName))) {
+        result.Outcome = SaveResult::NotKept;
+        result.Reason = errno;
+        return result;
+    }
     if (!replacement.PutInPlace()) {
         result.Reason = errno;
         return result;
@@ -347,6 +358,11 @@ void TellWhatFailed(const char* fileName, const SaveResult& result) {
         Tell("Couldn't save file:  " + name + "\n\nreason: " + std::strerror(result.Reason) +
              (result.Replaces ? stays : "\n\nThe work is not saved."));
         return;
+    case SaveResult::NotKept:
+        Tell("Couldn't save file:  " + name +
+             "\n\nThe version of the other program could not be kept beside it.\n\nreason: " +
+             std::strerror(result.Reason) + "\n\nSave the work under another name.");
+        return;
     case SaveResult::Saved:
         if (result.BackupFailure)
             Tell("Saved file:  " + name + "\n\nThe previous version could not be kept as " + name + BackupExtension +
@@ -354,6 +370,12 @@ void TellWhatFailed(const char* fileName, const SaveResult& result) {
                  (result.OtherBackup ? "\n\nIt is kept as " + name + result.OtherBackup + "." : ""));
         return;
     }
+}
+
+int SaveAndTell(const char* fileName, OldVersion oldVersion) {
+    const SaveResult result = Save(fileName, oldVersion);
+    TellWhatFailed(fileName, result);
+    return result.Outcome == SaveResult::Saved;
 }
 
 } // namespace
@@ -379,7 +401,26 @@ int WriteKirvoInto(std::FILE* stream) {
 }
 
 int SaveModelFile(const char* fileName) {
-    const SaveResult result = Save(fileName, FileBackups != 0);
-    TellWhatFailed(fileName, result);
-    return result.Outcome == SaveResult::Saved;
+    return SaveAndTell(fileName, FileBackups ? OldVersion::Backup : OldVersion::Lost);
+}
+
+int SaveOverForeignFile(const char* fileName) {
+    return SaveAndTell(fileName, OldVersion::Foreign);
+}
+
+std::string FreeNameForForeignVersion(const std::string& fileName) {
+    namespace fs = std::filesystem;
+    constexpr std::size_t longestPart = 200; // room for what is appended
+    std::error_code error;
+    const fs::path place = fs::weakly_canonical(fileName, error);
+    const fs::path directory = error ? fs::path(fileName).parent_path() : place.parent_path();
+    const fs::path name = (error ? fs::path(fileName) : place).filename();
+    const std::string start = name.stem().string().substr(0, longestPart) + "-other";
+    for (int number = 1;; ++number) {
+        const fs::path free =
+            directory / (start + (number == 1 ? "" : "-" + std::to_string(number)) + KirvoExtension + BackupExtension);
+        struct stat status;
+        if (lstat(free.c_str(), &status) != 0)
+            return free;
+    }
 }

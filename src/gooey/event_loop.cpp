@@ -10,6 +10,7 @@
 #include "gooey/window_stack.h"
 
 #include "base/debug.h"
+#include "base/exit.h"
 
 #include "platform/events.h"
 #include "platform/system.h"
@@ -276,7 +277,7 @@ void Dispatch(int device, short value) {
 } // namespace
 
 int KeepQueueHappy(int& device, short& value) {
-    if (ProgramMustEnd)
+    if (ProgramMustEnd || EndAsked())
         return -1;
     InputChangePending = 1;
     UpdateWindowLock();
@@ -352,5 +353,5 @@ void ForgetHandlingWindow(const Window* window) {
 }
 
 int ModalLoopMustEnd() {
-    return ProgramMustEnd || !ShutsThatWait.empty();
+    return ProgramMustEnd || EndAsked() || !ShutsThatWait.empty();
 }

@@ -4,6 +4,7 @@
 #include "platform/damage.h"
 #include "platform/desktop_keyboard.h"
 #include "platform/display.h"
+#include "platform/display_loss.h"
 #include "platform/dropped_files.h"
 #include "platform/event_queue.h"
 #include "platform/events.h"
@@ -169,6 +170,7 @@ bool DesktopDisplay::Open(double scale, std::string& error) {
         error = "a display is missing: " + named + " cannot be opened" + HowToGoOn;
         return false;
     }
+    WatchForDisplayLoss();
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 3);
@@ -354,6 +356,7 @@ void DesktopDisplay::TakeEvent(const SDL_Event& event) {
         SDL_free(event.drop.file);
         break;
     case SDL_QUIT:
+        EndIfDisplayIsLost(Window);
         QuitRequested();
         break;
     default:

@@ -26,6 +26,8 @@
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "interaction/pick_hierarchies.h"
+#include "interaction/tool_protocol.h"
+#include "platform/display_loss.h"
 #include "platform/scripts.h"
 #include "platform/system.h"
 #include "platform/text.h"
@@ -137,6 +139,21 @@ void ReleaseModels() {
     KillProgram(NormalEnd);
 }
 
+// A signal asked for the end: as before, but that nothing is lost by it.
+[[noreturn]] void EndBySignal() {
+    StopWaitingForEnd();
+    // What a tool has prepared is work, too.
+    if (ToolHoldsWork())
+        FinishTool();
+    SaveWorkInCheckpoint();
+    EndAsAsked();
+}
+
+// The desktop has gone, in the midst of anything but a change of the model: those never wait for it.
+void KeepWorkWithoutDisplay() {
+    SaveWorkInCheckpoint();
+}
+
 } // namespace
 
 void RunKirvo(int argumentCount, char* const arguments[]) {
@@ -154,6 +171,10 @@ void RunKirvo(int argumentCount, char* const arguments[]) {
     StartingUp = 0;
     OpenUserWindows();
     srand48(gl::RandomSeed());
+    LetSignalsWait();
+    gl::DisplayLost = KeepWorkWithoutDisplay;
     RunMainLoop();
+    if (EndAsked())
+        EndBySignal();
     EndKirvo();
 }

@@ -249,6 +249,12 @@ ScriptResult OpenFile(ScriptCall& call) {
     return Open(call.Words.at(1).c_str()) ? ScriptResult::Done : Refuse(call, "the file cannot be read");
 }
 
+ScriptResult RunInShell(ScriptCall& call) {
+    // Unlike system() this leaves the program's own signals alone.
+    std::FILE* const shell = popen(call.Words.at(1).c_str(), "r");
+    return shell && pclose(shell) == 0 ? ScriptResult::Done : Refuse(call, "the command failed");
+}
+
 ScriptResult Reopen(ScriptCall& call) {
     constexpr char saved[] = "saved.kirvo", again[] = "again.kirvo";
     static gl::Picture shown;
@@ -305,4 +311,5 @@ void InstallDriverCommands() {
     gl::AddScriptCommand("drawn", IsDrawn);
     gl::AddScriptCommand("open", OpenFile);
     gl::AddScriptCommand("reopen", Reopen);
+    gl::AddScriptCommand("run", RunInShell);
 }

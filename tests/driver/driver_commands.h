@@ -19,6 +19,7 @@ struct Window;
 //                    remembered
 //   drawn            what is shown is what is shown after everything has been drawn anew
 //   open FILE        shows a model file
+//   run COMMAND      the shell runs it; the program is its $PPID
 //   reopen           saves the model, opens it and saves it again: both files are the same, and so is the large view
 void InstallDriverCommands();
 

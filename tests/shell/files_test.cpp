@@ -171,6 +171,25 @@ TEST_F(Files, UnsavedWorkIsAskedAbout) {
     EXPECT_FALSE(fs::exists(InHome("Unnamed.kirvo")));
 }
 
+// The script's reports stand for another program that saves the model's file.
+TEST_F(Files, WhatAnotherProgramSavedIsNotReplacedUnasked) {
+    Write("house.kirvo", Model());
+    Write("house.kirvo.bak", "older");
+    ExpectGoodEnd(Play("foreign_change.script", "house"));
+    EXPECT_EQ(FileIn("asked.json"), "house.kirvo*");
+    EXPECT_TRUE(Shows(Report("asked.json"), " File changed on disk"));
+    EXPECT_TRUE(Shows(Report("elsewhere.json"), "Save file as..."));
+    EXPECT_EQ(FileIn("anyway.json"), "house.kirvo");
+    EXPECT_EQ(Titles(Report("anyway.json")), (Names{"house.kirvo", " Subview 0"}));
+    EXPECT_EQ(Titles(Report("after.json")), (Names{"house.kirvo", " Subview 0"})) << "its own save is no foreign one";
+    // The last answer also ended the program, as the question before it had been asked to.
+    EXPECT_FALSE(fs::exists(InHome("not reached.json")));
+    EXPECT_EQ(TitleIn("house.kirvo"), "Third");
+    EXPECT_EQ(Report("house-other.kirvo.bak")["file"]["name"], "house.kirvo");
+    EXPECT_EQ(Report("house-other-2.kirvo.bak")["file"]["name"], "house.kirvo");
+    EXPECT_EQ(TitleIn("house.kirvo.bak"), "First");
+}
+
 TEST_F(Files, ToolsThatHoldWorkAskToo) {
     Write("house.kirvo", Model());
     ExpectGoodEnd(Play("unfinished_tool.script", "house"));
@@ -268,6 +287,21 @@ TEST_F(Files, ACheckpointBringsTheWorkBack) {
     EXPECT_EQ(FileIn("restored.json"), "my models/a house.kirvo*");
     // The normal end leaves none of the files.
     EXPECT_EQ(HomeNames(), (Names{".kirvorc", "after.json", "before.json", "my models", "restored.json"}));
+}
+
+TEST_F(Files, ACheckpointKnowsWhichFileItBeganWith) {
+    Write("a house.kirvo", Model());
+    Write(".kirvorc", EveryMinute);
+    ExpectGoodEnd(Play("checkpoint.script", "a house"));
+    const std::string script = "key Ctrl+s\nreport saved.json\n";
+    for (const bool changed : {true, false}) {
+        if (changed)
+            Write("a house.kirvo", Model() + "newer");
+        ExpectGoodEnd(program.Play(script));
+        EXPECT_EQ(Shows(Report("saved.json"), " File changed on disk"), changed);
+        fs::remove(InHome("CheckPoint.kirvo"));
+        ExpectGoodEnd(Play("checkpoint.script", "a house"));
+    }
 }
 
 // After a crash it would come back under the name of the file that holds newer work.
