@@ -186,7 +186,7 @@ bool ParseLines(std::string_view text, Information& information) {
     }
     if (name.empty())
         return false;
-    information.Origin = {std::string(path), std::string(name), std::nullopt};
+    information.Origin = {std::string(path), std::string(name)};
     return true;
 }
 

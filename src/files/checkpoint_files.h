@@ -17,7 +17,7 @@
 struct CheckpointOrigin {
     std::string Path, Name;
     /// Empty where an older program has not said.
-    std::optional<FileIdentity> Known;
+    std::optional<FileIdentity> Known = std::nullopt;
 };
 
 /// Takes the files of this program: those that an ended one has left a checkpoint in, otherwise the first that are

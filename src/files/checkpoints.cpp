@@ -62,7 +62,7 @@ std::string ModelPath() {
 }
 
 CheckpointOrigin Origin() {
-    CheckpointOrigin origin{FilePath, FileName, std::nullopt};
+    CheckpointOrigin origin{FilePath, FileName};
     if (KnownFile.Path == ModelPath())
         origin.Known = KnownFile.Identity;
     return origin;
