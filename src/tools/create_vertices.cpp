@@ -2,6 +2,7 @@
 
 #include "gooey/event_loop.h"
 #include "gooey/menu.h"
+#include "interaction/bar_gadgets.h"
 #include "interaction/selection_sets.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_menus.h"
@@ -9,7 +10,6 @@
 #include "store/lists.h"
 #include "store/new_vertices.h"
 #include "store/polygon_editing.h"
-#include "tools/bar_gadgets.h"
 #include "tools/creation_guards.h"
 #include "tools/grid_points.h"
 #include "views/grid.h"

@@ -3,55 +3,23 @@
 #include "base/slots.h"
 #include "gooey/messages.h"
 #include "store/accessors.h"
-#include "store/clean_up.h"
-#include "store/storage.h"
 #include "store/structure_editing.h"
 #include "store/undo.h"
-#include "store/walks.h"
-#include "textures/texture_changes.h"
 #include "views/viewports.h"
 
 namespace {
 
-constexpr int SelectSomeVertices = 36;
-constexpr int SelectSomePolygons = 37;
-constexpr int SelectASinglePolygon = 65;
-constexpr int OnlyOnePolygonAtATime = 66;
-constexpr int NotInSceneMode = 142;
 constexpr int LodIsEmpty = 195;
 
-int Refuse(int message) {
-    TellUser(message);
-    return 0;
-}
-
 } // namespace
-
-int SomePolygonsSelected() {
-    CleanUpObject();
-    if (FirstSelectedPolygon())
-        return 1;
-    return ApplyingTexture ? 0 : Refuse(SelectSomePolygons);
-}
-
-int APolygonIsSelected() {
-    CleanUpObject();
-    const Polygon* first = FirstSelectedPolygon();
-    if (!first)
-        return Refuse(SelectASinglePolygon);
-    return first->NextSelected ? Refuse(OnlyOnePolygonAtATime) : 1;
-}
-
-int SomeVerticesSelected() {
-    CleanUpObject();
-    return FirstSelectedVertex() ? 1 : Refuse(SelectSomeVertices);
-}
 
 int PolygonCreationAllowed() {
     if (!SelectedLod())
         SelectedLod() = FirstLod();
-    if (!SelectedLod()->FirstBead)
-        return Refuse(LodIsEmpty);
+    if (!SelectedLod()->FirstBead) {
+        TellUser(LodIsEmpty);
+        return 0;
+    }
     const SubObject* former = SelectedSubObject();
     SelectLod(SelectedLod());
     if (SelectedSubObject() == former)
@@ -59,8 +27,4 @@ int PolygonCreationAllowed() {
     DirtyModelWindows();
     CallSlot(TheUndoSlots.DirtyStructureEditor);
     return 1;
-}
-
-int CreationInObjectMode() {
-    return ObjectIsolated ? 1 : Refuse(NotInSceneMode);
 }

@@ -1,17 +1,7 @@
 #pragma once
 
-// What the tools ask for before they start. A guard that refuses has told the user why.
-
-/// Some polygons of the current object are selected. Nothing is told while a texture is being applied.
-int SomePolygonsSelected();
-/// Exactly one is.
-int APolygonIsSelected();
-/// Some vertices are.
-int SomeVerticesSelected();
+#include "interaction/tool_guards.h"
 
 /// New polygons have a place to go: afterwards the selected sub-object belongs to the level of detail that is edited,
-/// the object's first level when none was selected.
+/// the object's first level when none was selected. Otherwise the user has been told why.
 int PolygonCreationAllowed();
-
-/// An object is being edited, not the scene.
-int CreationInObjectMode();

@@ -1,10 +1,10 @@
 #include "tools/make_sub_polygons.h"
 
 #include "gooey/menu.h"
+#include "interaction/bar_gadgets.h"
 #include "interaction/selection.h"
 #include "interaction/tool_protocol.h"
 #include "platform/system.h"
-#include "tools/bar_gadgets.h"
 #include "tools/creation_guards.h"
 #include "tools/sub_polygon_selection.h"
 

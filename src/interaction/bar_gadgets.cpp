@@ -1,4 +1,4 @@
-#include "tools/bar_gadgets.h"
+#include "interaction/bar_gadgets.h"
 
 #include "gooey/button.h"
 #include "gooey/event_loop.h"
