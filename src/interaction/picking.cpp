@@ -99,6 +99,13 @@ int IntersectGrid(View* view, double* point) {
     return 1;
 }
 
+int GridPointUnderPointer(View* view, double* point) {
+    if (!IntersectGrid(view, point))
+        return 0;
+    TransformCoordinate(point, MatrixInverse(ViewMat(view)), point);
+    return 1;
+}
+
 int ClickSomewhere(View* view, double* eye, double* model, int gridAllowed) {
     const Matrix toModel = MatrixInverse(ViewMat(view));
     double eyePoint[3], modelPoint[3];

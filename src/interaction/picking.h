@@ -12,6 +12,8 @@ void CalcEyePlane(View* view, double* plane);
 /// The point of the grid under the pointer, eye space, kept near the grid and snapped with GridSnap; in a 2D view at
 /// any depth. 0 when the pointer meets no grid.
 int IntersectGrid(View* view, double* point);
+/// The same in model space; 3 doubles.
+int GridPointUnderPointer(View* view, double* point);
 /// The point under the pointer on a polygon, else on the grid when that is allowed; either result may be null. 0 when
 /// there is nothing.
 int ClickSomewhere(View* view, double* eye, double* model, int gridAllowed);

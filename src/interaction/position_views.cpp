@@ -61,13 +61,6 @@ std::span<const int> AxesOf(const View* view) {
     return shown[view->Direction / 2];
 }
 
-int PointUnderPointer(View* view, double* point) {
-    const int hit = IntersectGrid(view, point);
-    if (hit)
-        TransformCoordinate(point, MatrixInverse(ViewMat(view)), point);
-    return hit;
-}
-
 /// Places what is positioned by the pointer's way over the grid. What it changed is taken back by Escape.
 class OffsetDrag : public Drag {
   public:
@@ -88,7 +81,7 @@ class OffsetDrag : public Drag {
 
     bool Step() override {
         double point[3], former[3];
-        if (!PositionGizmoIsOpen() || !PointUnderPointer(Dragged, point))
+        if (!PositionGizmoIsOpen() || !GridPointUnderPointer(Dragged, point))
             return false;
         std::copy_n(Position.Offset, 3, former);
         for (int axis = 0; axis < 3; ++axis)
@@ -117,7 +110,7 @@ class CentreDrag : public ViewDrag {
   private:
     bool Step() override {
         double point[3], former[3];
-        if (!PointUnderPointer(Dragged, point))
+        if (!GridPointUnderPointer(Dragged, point))
             return false;
         std::copy_n(Position.Centre, 3, former);
         for (const int axis : AxesOf(Dragged))
@@ -135,7 +128,7 @@ class CentreDrag : public ViewDrag {
 
 void DragOffset(View* view) {
     double press[3];
-    if (!PointUnderPointer(view, press))
+    if (!GridPointUnderPointer(view, press))
         return;
     PushOffset();
     OffsetDrag(view, press).Run();

@@ -1,11 +1,9 @@
 #include "tools/grid_points.h"
 
 #include "base/slots.h"
-#include "interaction/picking.h"
 #include "store/lists.h"
 #include "store/new_vertices.h"
 #include "views/moves.h"
-#include "views/view_transform.h"
 #include "views/viewports.h"
 
 #include <algorithm>
@@ -59,13 +57,6 @@ class PointDrag : public ViewDrag {
 };
 
 } // namespace
-
-int GridPointUnderPointer(View* view, double* point) {
-    if (!IntersectGrid(view, point))
-        return 0;
-    TransformCoordinate(point, MatrixInverse(ViewMat(view)), point);
-    return 1;
-}
 
 Vertex* MakeVertexOnGrid(View* view, int drag) {
     double point[3];

@@ -1,14 +1,12 @@
 #pragma once
 
+#include "interaction/picking.h"
 #include "store/records.h"
 
 // Points on the grid of a view, under the pointer: temporary vertices of the tools, and points that are dragged.
 
 /// The two axes of model space that the plane of a 2D view shows, by its Direction.
 extern const int AxisList[DefaultView2DCount][2];
-
-/// The point of the grid under the pointer (3 doubles, model space); 0 when there is none.
-int GridPointUnderPointer(View* view, double* point);
 
 /// A temporary vertex where the pointer meets the grid. With `drag` it becomes the only selected one of them, and
 /// follows the pointer until the left button is released. Null when the pointer meets no grid.
