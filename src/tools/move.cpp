@@ -11,6 +11,7 @@
 #include "store/polygon_editing.h"
 #include "store/undo.h"
 #include "store/walks.h"
+#include "textures/texture_lock.h"
 #include "tools/creation_guards.h"
 #include "tools/moving_vertices.h"
 #include "tools/sub_polygon_selection.h"
@@ -38,14 +39,25 @@ void FinishPolygons() {
     DirtyModelWindows();
 }
 
+void PlaceVertices(const Matrix& matrix, int mode) {
+    Place(matrix, mode);
+    FollowLockedTextures();
+}
+
 void SwapPlaces() {
     for (Vertex* vertex = MovingVertices; vertex; vertex = vertex->NextInGroup)
         std::swap(vertex->Position, vertex->SavedPosition);
+    SwapLockedTextures();
+}
+
+void EndVertices() {
+    UnlockTextures();
+    EndMove();
 }
 
 void CancelVertices() {
     SwapPlaces();
-    EndMove();
+    EndVertices();
     ConnectionsOK() = 0;
     DirtyModelWindows();
 }
@@ -55,7 +67,7 @@ void FinishVertices() {
     SwapPlaces();
     CopyCurrentObject();
     SwapPlaces();
-    EndMove();
+    EndVertices();
     DeselectAllVertices();
     ConnectionsOK() = 0;
     DirtyModelWindows();
@@ -106,6 +118,7 @@ void MoveVertices() {
     for (Vertex* vertex : EveryVertex(CurrentObject()))
         if (vertex->Selected)
             AddMovingVertex(vertex);
-    OpenOffsetGizmo(Place, CancelVertices, FinishVertices, CentreOfMovingVertices, MovingVerticesToPlane,
+    LockTextures(MovingVertices);
+    OpenOffsetGizmo(PlaceVertices, CancelVertices, FinishVertices, CentreOfMovingVertices, MovingVerticesToPlane,
                     PositionVerticesTitle);
 }
