@@ -5,6 +5,7 @@
 #include "gooey/button.h"
 #include "gooey/event_loop.h"
 #include "gooey/gadget.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/label.h"
 #include "gooey/pointer.h"
 #include "gooey/program_windows.h"
@@ -71,7 +72,7 @@ void WorkNotSaved(void (*action)()) {
     QuitWindow = OpenWindow(" FIleChanged!", 0, 0, nullptr, nullptr, QuestionEvent, CloseWNS, 0, MainWindow);
     AddBackdrop();
     Kirvo_AddGadget(WNSMessage, nullptr);
-    AddButtons(0, 8, QuestionWidth, 0, 3, Answers, WNSchange, nullptr, nullptr);
+    SetDefaultButton(AddButtons(0, 8, QuestionWidth, 0, 3, Answers, WNSchange, nullptr, nullptr), 0);
 }
 
 void WNSMessage() {

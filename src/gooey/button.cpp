@@ -3,6 +3,7 @@
 #include "gooey/draw.h"
 #include "gooey/gadget_skeleton.h"
 #include "gooey/misuse.h"
+#include "gooey/redraw.h"
 #include "gooey/window.h"
 
 #include "base/memory.h"
@@ -121,6 +122,21 @@ int ClickGroup(Gadget* head) {
     return 0;
 }
 
+void PressButton(Gadget* member) {
+    const Button& button = GadgetData<Button>(member);
+    const ButtonGroup& group = *button.Group;
+    if (group.Selected)
+        *group.Selected = button.Index;
+    if (!group.Callback)
+        return;
+    const int remains = CallOwner(member, [&] {
+        ButtonChoice = button.Index;
+        group.Callback();
+    });
+    if (remains)
+        RedrawCurrentWindow();
+}
+
 void FreeButton(Gadget* member) {
     FreeOwnedText(GadgetData<Button>(member).Label);
 }
@@ -135,7 +151,8 @@ void DescribeButton(const Gadget* member, GadgetDescription& description) {
 
 /// The head of a group is no button; its members tell of themselves.
 constexpr GadgetKind GroupKind = {"button", nullptr, nullptr, nullptr};
-constexpr GadgetKind ButtonKind = {"button", DescribeButton, nullptr, nullptr};
+constexpr GadgetKind ButtonKind = {
+    .Name = "button", .Describe = DescribeButton, .Wheel = nullptr, .ThumbY = nullptr, .Press = PressButton};
 
 /// Where the buttons of a group go: the first one's place and the step from one to the next.
 struct Row {

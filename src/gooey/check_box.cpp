@@ -42,16 +42,21 @@ void DrawCheckBox(Gadget* gadget) {
                         check.Flags & CheckBlack ? Black : White);
 }
 
-int ClickCheckBox(Gadget* gadget) {
+void Toggle(Gadget* gadget) {
     const CheckBox& check = GadgetData<CheckBox>(gadget);
-    if (!MouseInGadgetBox(SquareOf(check)))
-        return 0;
     *check.Value = !*check.Value;
     int remains = 1;
     if (check.Callback)
         remains = CallOwner(gadget, [&check] { check.Callback(check.Arg); });
     if (remains)
         DrawInFront(gadget, [&check] { DrawSquare(check); });
+}
+
+int ClickCheckBox(Gadget* gadget) {
+    const CheckBox& check = GadgetData<CheckBox>(gadget);
+    if (!MouseInGadgetBox(SquareOf(check)))
+        return 0;
+    Toggle(gadget);
     WaitForLeftRelease();
     return 1;
 }
@@ -69,7 +74,8 @@ void DescribeCheckBox(const Gadget* gadget, GadgetDescription& description) {
     description.On = *check.Value != 0;
 }
 
-constexpr GadgetKind CheckBoxKind = {"check", DescribeCheckBox, nullptr, nullptr};
+constexpr GadgetKind CheckBoxKind = {
+    .Name = "check", .Describe = DescribeCheckBox, .Wheel = nullptr, .ThumbY = nullptr, .Press = Toggle};
 
 } // namespace
 

@@ -3,6 +3,7 @@
 #include "gooey/cursors.h"
 #include "gooey/event_queue.h"
 #include "gooey/gadget.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/pointer.h"
 #include "gooey/program_windows.h"
 #include "gooey/redraw.h"
@@ -235,7 +236,14 @@ Window* TargetOf(int device) {
 
 void DispatchTo(Window* window, int device, short value) {
     HandlingScope handling(window);
+    const short key = device == gl::KEYBD ? value : short{0};
+    if (device == gl::LEFTMOUSE && value)
+        EndWalk(window);
+    if (key && KeyInWalk(window, key))
+        return;
     if (window->Gadgets && CheckGadgets(window->Gadgets, device, value))
+        return;
+    if (key && WindowIsOpen(window) && BeginWalk(window, key))
         return;
     // A gadget that did not consume the event may have shut the window all the same.
     if (WindowIsOpen(window) && window->EventFn)

@@ -7,6 +7,7 @@
 #include "gooey/file_selector_state.h"
 #include "gooey/fonts.h"
 #include "gooey/gadget_skeleton.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/label.h"
 #include "gooey/pointer.h"
 #include "gooey/redraw.h"
@@ -221,6 +222,7 @@ void AddSelectorGadgets() {
     }
     selector.Buttons = AddButtons(0, 8, SelectorWidth, 0, 2, Purposes[selector.Mode & FilePurposeBits].Buttons,
                                   ChooseButton, &selector.Choice, nullptr);
+    SetDefaultButton(selector.Buttons, 0);
     AddPathInput();
 }
 

@@ -1,5 +1,6 @@
 #include "gooey/gadget.h"
 
+#include "gooey/keyboard_walk.h"
 #include "gooey/misuse.h"
 #include "gooey/window.h"
 
@@ -106,6 +107,8 @@ void RedrawGooey(Gadget* gadget) {
 void GooeyDraw(Gadget* list) {
     for (Gadget* gadget = list; gadget; gadget = gadget->NextGadget)
         RedrawGooey(gadget);
+    if (CurrentWindow && list == CurrentWindow->Gadgets)
+        DrawKeyboardFrames();
 }
 
 int CheckGooeyClick(Gadget* list) {

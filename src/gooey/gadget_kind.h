@@ -46,4 +46,10 @@ struct GadgetKind {
     /// Moves a slider of this kind: the y, in window pixels, that the thumb's centre must be dragged to for the value.
     /// Null: not a slider.
     int (*ThumbY)(const Gadget* gadget, int value);
+    /// Does what a click on the gadget does, when a walk with Tab stands on it; null: nothing.
+    void (*Press)(Gadget* gadget) = nullptr;
+    /// Takes the keyboard when a walk comes to the gadget, which hands on Tab itself (WalkFrom); null: it cannot.
+    void (*TakeKeyboard)(Gadget* gadget) = nullptr;
+    /// The arrow keys turn the wheel over it when a walk stands on it.
+    bool Steps = false;
 };

@@ -75,7 +75,8 @@ int WheelIncDec(Gadget* gadget, int, int turnY) {
     return 1;
 }
 
-constexpr GadgetKind IncDecKind = {"incdec", DescribeIncDec, WheelIncDec, nullptr};
+constexpr GadgetKind IncDecKind = {
+    .Name = "incdec", .Describe = DescribeIncDec, .Wheel = WheelIncDec, .ThumbY = nullptr, .Steps = true};
 
 } // namespace
 

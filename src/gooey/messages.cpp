@@ -5,6 +5,7 @@
 #include "gooey/fonts.h"
 #include "gooey/gadget.h"
 #include "gooey/gadget_skeleton.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/label.h"
 #include "gooey/message_gadgets.h"
 #include "gooey/message_table.h"
@@ -99,12 +100,14 @@ void OpenMessageBox(const char* text, const char* title, void (*callback)(int ok
     Kirvo_AddGadget(DrawBoxText, nullptr);
     if (callback) {
         static constexpr const char* answers[] = {"OK", "Cancel"};
-        AddButtons(
+        const Gadget* group = AddButtons(
             0, 8, BoxWidth, 0, 2, answers, [] { Answer(ButtonChoice == 0); }, nullptr, nullptr);
+        SetDefaultButton(group, 0);
     } else {
         static constexpr int answers[] = {MsgContinue};
-        AddIntButtons(
+        const Gadget* group = AddIntButtons(
             ContinueX, 8, 100, ButtonsOfGivenWidth, 1, answers, [] { Answer(1); }, nullptr, nullptr);
+        SetDefaultButton(group, 0);
     }
 }
 
@@ -148,7 +151,9 @@ void DoNotifier(const char* text, const WindowCallback& callback, Window* parent
     AddBackdrop();
     AddText(8, 50, text, 1);
     static constexpr int answers[] = {MsgCancel};
-    AddIntButtons(0, 8, std::max(width, 120), 0, 1, answers, CloseCurrentWindow, nullptr, nullptr);
+    const Gadget* group =
+        AddIntButtons(0, 8, std::max(width, 120), 0, 1, answers, CloseCurrentWindow, nullptr, nullptr);
+    SetDefaultButton(group, 0);
 }
 
 void PopMessageWindows() {

@@ -156,7 +156,8 @@ int ThumbYOfSlider(const Gadget* gadget, int value) {
     return TrackOf(slider).Y + std::clamp(value, 0, RangeOf(slider)) + SliderThumbHeight / 2;
 }
 
-constexpr GadgetKind SliderKind = {"slider", DescribeSlider, WheelSlider, ThumbYOfSlider};
+constexpr GadgetKind SliderKind = {
+    .Name = "slider", .Describe = DescribeSlider, .Wheel = WheelSlider, .ThumbY = ThumbYOfSlider, .Steps = true};
 
 void PrintNumber(bool small, int x, int y, int width, int value, std::uint32_t colour) {
     char text[12];

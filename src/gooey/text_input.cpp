@@ -2,6 +2,7 @@
 
 #include "gooey/draw.h"
 #include "gooey/event_loop.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/misuse.h"
 #include "gooey/pointer.h"
 #include "gooey/redraw.h"
@@ -16,7 +17,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 int TextReturnReal = 0;
 Gadget* TextCaller;
@@ -144,23 +144,6 @@ int DeactivateOthers(Gadget* gadget) {
     return 1;
 }
 
-int KeyInTextInput(Gadget* gadget, int character);
-
-/// The next visible input of the window, or the one before, round the ends; possibly the same.
-Gadget* NeighbourOf(Gadget* gadget, bool before) {
-    std::vector<Gadget*> inputs;
-    Window* window = WindowOf(gadget);
-    for (Gadget* other = window ? window->Gadgets : nullptr; other; other = other->NextGadget)
-        if (other->KeyFn == KeyInTextInput && other->Visible)
-            inputs.push_back(other);
-    auto here = std::find(inputs.begin(), inputs.end(), gadget);
-    if (here == inputs.end())
-        return gadget;
-    if (before)
-        return here == inputs.begin() ? inputs.back() : *(here - 1);
-    return here + 1 == inputs.end() ? inputs.front() : *(here + 1);
-}
-
 void FollowPointer(Gadget* gadget) {
     TextInput& input = InputOf(gadget);
     TrackLeftButton([&] {
@@ -216,13 +199,8 @@ int KeyInTextInput(Gadget* gadget, int character) {
             CallBack(gadget, 1);
         return 1;
     }
-    if (character == TabCharacter) {
-        Gadget* neighbour = NeighbourOf(gadget, LeftShift || RightShift);
-        if (neighbour != gadget) {
-            ActivateText(neighbour, 1);
-            return 1;
-        }
-    }
+    if (character == TabCharacter && WalkFrom(gadget, LeftShift || RightShift))
+        return 1;
     TextEdit edit;
     {
         TextCallerScope caller(gadget);
@@ -257,7 +235,12 @@ void DescribeTextInput(const Gadget* gadget, GadgetDescription& description) {
     description.On = input.Cursor >= 0;
 }
 
-constexpr GadgetKind TextInputKind = {"text", DescribeTextInput, nullptr, nullptr};
+void TakeKeyboard(Gadget* gadget) {
+    ActivateText(gadget, 1);
+}
+
+constexpr GadgetKind TextInputKind = {
+    .Name = "text", .Describe = DescribeTextInput, .Wheel = nullptr, .ThumbY = nullptr, .TakeKeyboard = TakeKeyboard};
 
 void PlaceParts(TextInput& input, int x, int y, int width) {
     const GadgetFont& font = FontFor(input);

@@ -4,6 +4,7 @@
 #include "gooey/event_loop.h"
 #include "gooey/fonts.h"
 #include "gooey/gadget.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/label.h"
 #include "gooey/pointer.h"
 #include "gooey/program_windows.h"
@@ -88,7 +89,7 @@ void DoTextInput(const char* prompt, char* buffer, int length, void (*callback)(
                                   .Size = length,
                                   .Callback = AcceptText});
     static constexpr const char* answers[] = {"OK", "Cancel"};
-    AddButtons(0, 8, width, 0, 2, answers, ChooseButton, nullptr, nullptr);
+    SetDefaultButton(AddButtons(0, 8, width, 0, 2, answers, ChooseButton, nullptr, nullptr), 0);
     WindowData<TextPrompt>(window) = {input, buffer, callback};
     ActivateText(input, 0);
 }

@@ -36,6 +36,10 @@ struct Window {
     /// Called while the window is shut, before anything of it is freed.
     void (*CloseFn)();
     Gadget* Gadgets;
+    /// Where a walk with Tab stands, and the button that Return presses (see keyboard_walk.h); either may be null, and
+    /// gone meanwhile.
+    Gadget* Walked;
+    const Gadget* DefaultButton;
     /// Private block of the size given to OpenWindow; null for size 0.
     void* Data;
     /// 0x00BBGGRR; 0 stands for DefaultWindowBackground.

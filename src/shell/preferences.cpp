@@ -8,6 +8,7 @@
 #include "gooey/event_loop.h"
 #include "gooey/gadget_skeleton.h"
 #include "gooey/inc_dec.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/label.h"
 #include "gooey/manual.h"
 #include "gooey/redraw.h"
@@ -229,7 +230,7 @@ void BuildPreferences() {
     AddFileSettings(draft);
     AddColourSettings(draft);
     static constexpr const char* answers[] = {"OK", "Cancel"};
-    AddButtons(0, ButtonsY, WindowWidth, 0, 2, answers, DoPrefs, nullptr, nullptr);
+    SetDefaultButton(AddButtons(0, ButtonsY, WindowWidth, 0, 2, answers, DoPrefs, nullptr, nullptr), 0);
 }
 
 } // namespace
