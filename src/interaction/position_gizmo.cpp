@@ -11,6 +11,7 @@
 #include "interaction/position_views.h"
 #include "interaction/tool_protocol.h"
 #include "store/accessors.h"
+#include "store/new_vertices.h"
 #include "views/display_flags.h"
 #include "views/moves.h"
 #include "views/viewports.h"
@@ -55,8 +56,8 @@ void Accept() {
     Accepted = true;
 }
 
-int HasMoved() {
-    return PositionUndoSteps() > 0;
+int HoldsWork() {
+    return PositionUndoSteps() > 0 || NewVertices;
 }
 
 /// However the tool ends.
@@ -75,7 +76,7 @@ const Tool PositionTool = {
     .BuildBar = BuildBar,
     .ManualPage = ManualPage,
     .Done = Accept,
-    .HoldsWork = HasMoved,
+    .HoldsWork = HoldsWork,
     .Leave = EndPosition,
 };
 

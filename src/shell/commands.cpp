@@ -31,6 +31,7 @@
 #include "tools/make_sub_polygons.h"
 #include "tools/move.h"
 #include "tools/n_gons.h"
+#include "tools/polygon_clipboard.h"
 #include "tools/polygon_copies.h"
 #include "tools/polygon_operations.h"
 #include "tools/polygon_tools.h"
@@ -38,6 +39,7 @@
 #include "tools/slicing.h"
 #include "tools/tablet.h"
 #include "tools/text_generator.h"
+#include "tools/vertex_clipboard.h"
 #include "tools/vertex_operations.h"
 #include "tools/volume_sweep.h"
 #include "views/default_views.h"
@@ -248,14 +250,14 @@ const Command Commands[] = {
     {Ctrl('A'), "Select all vertices", InVertexMode, Action, SelectAllVertices},
     {Ctrl('A'), "Select all polygons", InPolygonMode, Action, SelectAllPolygons},
     {Ctrl('A'), "Select the whole scene", InSceneMode, Action, SelectWholeScene},
-    {Ctrl('C'), "Copy vertices", InVertexMode, Action, NotYet},
-    {Ctrl('C'), "Copy polygons", InPolygonMode, Action, NotYet},
+    {Ctrl('C'), "Copy vertices", InVertexMode, Action, CopyVertices},
+    {Ctrl('C'), "Copy polygons", InPolygonMode, Action, CopyPolygons},
     {Ctrl('C'), "Copy part of the scene", InSceneMode, Action, CopyPartOfScene},
-    {Ctrl('V'), "Paste vertices", InVertexMode, Action, NotYet},
-    {Ctrl('V'), "Paste polygons", InPolygonMode, Action, NotYet},
+    {Ctrl('V'), "Paste vertices", InVertexMode, Action, PasteVertices},
+    {Ctrl('V'), "Paste polygons", InPolygonMode, Action, PastePolygons},
     {Ctrl('V'), "Paste into the scene", InSceneMode, Action, PasteIntoScene},
-    {Ctrl('X'), "Cut vertices", InVertexMode, Action, NotYet},
-    {Ctrl('X'), "Cut polygons", InPolygonMode, Action, NotYet},
+    {Ctrl('X'), "Cut vertices", InVertexMode, Action, CutVertices},
+    {Ctrl('X'), "Cut polygons", InPolygonMode, Action, CutPolygons},
     {Ctrl('X'), "Cut part of the scene", InSceneMode, Action, CutScene},
     {Ctrl('Z'), "Undo", InObjectMode, Action, Undo},
     {Ctrl('Z'), "Undo in the scene", InSceneMode, Action, UndoScene},

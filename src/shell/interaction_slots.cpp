@@ -18,9 +18,11 @@
 #include "structure/scene_builder.h"
 #include "textures/texture_changes.h"
 #include "tools/create_sphere.h"
+#include "tools/polygon_clipboard.h"
 #include "tools/polygon_entry.h"
 #include "tools/revolve.h"
 #include "tools/spheres.h"
+#include "tools/vertex_clipboard.h"
 #include "tools/volume_sweep.h"
 #include "views/main_window.h"
 #include "views/overlays.h"
@@ -37,6 +39,8 @@ void EndTools() {
     FreeSweeper();
     FreeRevolve();
     FreePlantList();
+    FreePolygonPaste();
+    FreeVertexPaste();
 }
 
 void RemakeSweeps() {

@@ -10,8 +10,11 @@
 #include "store/accessors.h"
 #include "store/clean_up.h"
 #include "store/polygon_editing.h"
+#include "store/scene.h"
 #include "store/storage.h"
 #include "store/walks.h"
+#include "tools/polygon_clipboard.h"
+#include "tools/vertex_clipboard.h"
 #include "views/status_line.h"
 #include "views/tool_bar.h"
 #include "views/viewports.h"
@@ -202,6 +205,20 @@ Json Gizmo() {
             {"redo", PositionRedoSteps()}};
 }
 
+int PolygonsInClipboard() {
+    int count = 0;
+    for (const Polygon* polygon : Along<&Polygon::Next>(PolygonPasteList))
+        count += 1 + Count(EverySubPolygon(polygon), Any);
+    return count;
+}
+
+Json Clipboard() {
+    return {{"polygons", PolygonsInClipboard()},
+            {"vertices", Count(Along<&Vertex::Next>(VertexPaste), Any)},
+            {"branches", Count(EveryBranch(ScenePaste), Any)},
+            {"material", nullptr}};
+}
+
 } // namespace
 
 void ReportModel(Json& report) {
@@ -219,4 +236,5 @@ void ReportModel(Json& report) {
     report["tool"] = Tool();
     report["gizmo"] = Gizmo();
     report["ruler"] = RulerGizmoIsOpen() ? Json({{"value", RulerValue()}}) : Json();
+    report["clipboard"] = Clipboard();
 }

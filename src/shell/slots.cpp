@@ -25,8 +25,10 @@
 #include "textures/texture_changes.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_file.h"
+#include "tools/polygon_clipboard.h"
 #include "tools/polygon_tools.h"
 #include "tools/tablet.h"
+#include "tools/vertex_clipboard.h"
 #include "views/display_flags.h"
 #include "views/grid.h"
 #include "views/main_window.h"
@@ -45,6 +47,8 @@ void RestoreDisplayDefaults() {
 }
 
 void FillStoreSlots() {
+    TheStorageSlots.FreePolygonPaste = FreePolygonPaste;
+    TheStorageSlots.FreeVertexPaste = FreeVertexPaste;
     TheStorageSlots.ResetFileInformation = ResetFileInformation;
     TheStorageSlots.RestoreDisplayDefaults = RestoreDisplayDefaults;
     TheStorageSlots.ChangeNoViewports = ChangeNoViewports;

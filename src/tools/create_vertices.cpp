@@ -42,14 +42,6 @@ int VertexGridKey(View*, int character) {
     return 1;
 }
 
-void AddThemToTheObject() {
-    if (!NewVertices)
-        return;
-    BeforeToolChange();
-    for (const Vertex* made : Along<&Vertex::Next>(NewVertices))
-        AddVertex(made->Position[0], made->Position[1], made->Position[2]);
-}
-
 const MenuEntry Menu[] = {
     {"Create vertices", MenuEntryTitle, 0, 0, nullptr, nullptr},
     {"Done", MenuEntrySeparated, 1, ' ', nullptr, nullptr},
@@ -73,11 +65,19 @@ const Tool CreateVertices = {
     .BuildBar = BuildBar,
     .CancelCode = EscapeCharacter,
     .ManualPage = "R_VerticesOnGrid",
-    .Done = AddThemToTheObject,
+    .Done = AddNewVerticesToObject,
     .Leave = DeleteAllNewVertices,
 };
 
 } // namespace
+
+void AddNewVerticesToObject() {
+    if (!NewVertices)
+        return;
+    BeforeToolChange();
+    for (const Vertex* made : Along<&Vertex::Next>(NewVertices))
+        AddVertex(made->Position[0], made->Position[1], made->Position[2]);
+}
 
 void CreateVerticesOnGrid() {
     if (!CreationInObjectMode())

@@ -1,7 +1,6 @@
 #include "tools/move.h"
 
 #include "base/debug.h"
-#include "interaction/position_gizmo.h"
 #include "interaction/selection_sets.h"
 #include "interaction/tool_protocol.h"
 #include "store/accessors.h"
@@ -22,16 +21,6 @@
 
 namespace {
 
-void Place(const Matrix& matrix, int) {
-    TransformMovingVertices(matrix);
-    NormalsOK() = 0;
-}
-
-void CancelPolygons() {
-    EndMove();
-    Undo();
-}
-
 void FinishPolygons() {
     EndMove();
     DeselectAllPolygons();
@@ -40,8 +29,54 @@ void FinishPolygons() {
 }
 
 void PlaceVertices(const Matrix& matrix, int mode) {
-    Place(matrix, mode);
+    PlaceMovingVertices(matrix, mode);
     FollowLockedTextures();
+}
+
+/// Vertices that were given to polygons of other levels of detail, and those that these used before.
+struct LodVertexClash {
+    Vertex* Others;
+    Vertex* Moving;
+};
+
+std::vector<LodVertexClash> LodVertexClashes;
+
+void GiveOthersTheirOwn(LodVertexClash& clash) {
+    const double* place = clash.Moving->Position;
+    clash.Others = AddVertex(place[0], place[1], place[2]);
+    for (PolygonBead* bead : EveryUse(clash.Moving))
+        if (!bead->Polygon->Mark)
+            bead->Vertex = clash.Others;
+}
+
+void SplitLodVertexClashes() {
+    CleanUpObject();
+    ClearAllPolygonFlags();
+    FlagPolygonsInLod(1);
+    LodVertexClashes.clear();
+    for (Vertex* vertex : Along<&Vertex::NextInSubset>(FirstSelectedVertex())) {
+        bool inside = false, outside = false;
+        for (const PolygonBead* bead : EveryUse(vertex))
+            (bead->Polygon->Mark ? inside : outside) = true;
+        if (inside && outside)
+            LodVertexClashes.push_back({nullptr, vertex});
+    }
+    for (LodVertexClash& clash : LodVertexClashes)
+        GiveOthersTheirOwn(clash);
+    Trace("%d vertex clashes detected\n", static_cast<int>(LodVertexClashes.size()));
+}
+
+/// The vertices of the move must be where they were.
+void JoinLodVertexClashes() {
+    if (LodVertexClashes.empty())
+        return;
+    CleanUpObject();
+    for (const LodVertexClash& clash : LodVertexClashes) {
+        for (PolygonBead* bead : EveryUse(clash.Others))
+            bead->Vertex = clash.Moving;
+        DeleteVertex(clash.Others);
+    }
+    LodVertexClashes.clear();
 }
 
 void SwapPlaces() {
@@ -57,6 +92,7 @@ void EndVertices() {
 
 void CancelVertices() {
     SwapPlaces();
+    JoinLodVertexClashes();
     EndVertices();
     ConnectionsOK() = 0;
     DirtyModelWindows();
@@ -65,7 +101,11 @@ void CancelVertices() {
 void FinishVertices() {
     // The snapshot shows the object as it was before.
     SwapPlaces();
+    const bool clashed = !LodVertexClashes.empty();
+    JoinLodVertexClashes();
     CopyCurrentObject();
+    if (clashed)
+        SplitLodVertexClashes();
     SwapPlaces();
     EndVertices();
     DeselectAllVertices();
@@ -82,31 +122,7 @@ void MovePolygons() {
     SelectAllUnselectedChildren();
     DetachSelectedPolygons();
     CleanUpObject();
-    OpenOffsetGizmo(Place, CancelPolygons, FinishPolygons, CentreOfMovingVertices, MovingVerticesToPlane,
-                    PositionPolygonsTitle);
-}
-
-void SplitLodVertexClashes() {
-    CleanUpObject();
-    ClearAllPolygonFlags();
-    FlagPolygonsInLod(1);
-    int clashes = 0;
-    std::vector<Vertex*> selected;
-    for (Vertex* vertex : Along<&Vertex::NextInSubset>(FirstSelectedVertex()))
-        selected.push_back(vertex);
-    for (const Vertex* vertex : selected) {
-        bool inside = false, outside = false;
-        for (const PolygonBead* bead : EveryUse(vertex))
-            (bead->Polygon->Mark ? inside : outside) = true;
-        if (!inside || !outside)
-            continue;
-        Vertex* other = AddVertex(vertex->Position[0], vertex->Position[1], vertex->Position[2]);
-        for (PolygonBead* bead : EveryUse(vertex))
-            if (!bead->Polygon->Mark)
-                bead->Vertex = other;
-        ++clashes;
-    }
-    Trace("%d vertex clashes detected\n", clashes);
+    LetUserPlaceVertices(PlaceMovingVertices, UndoMove, FinishPolygons, PositionPolygonsTitle);
 }
 
 void MoveVertices() {
@@ -119,6 +135,5 @@ void MoveVertices() {
         if (vertex->Selected)
             AddMovingVertex(vertex);
     LockTextures(MovingVertices);
-    OpenOffsetGizmo(PlaceVertices, CancelVertices, FinishVertices, CentreOfMovingVertices, MovingVerticesToPlane,
-                    PositionVerticesTitle);
+    LetUserPlaceVertices(PlaceVertices, CancelVertices, FinishVertices, PositionVerticesTitle);
 }

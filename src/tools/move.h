@@ -6,7 +6,3 @@
 void MovePolygons();
 /// The selected vertices.
 void MoveVertices();
-
-/// Gives polygons outside the selected level of detail vertices of their own where they share selected ones with
-/// polygons of that level.
-void SplitLodVertexClashes();

@@ -7,6 +7,7 @@
 #include "store/clean_up.h"
 #include "store/normals.h"
 #include "store/polygon_editing.h"
+#include "store/undo.h"
 #include "store/walks.h"
 
 #include <algorithm>
@@ -54,6 +55,20 @@ void AddMovingVertex(Vertex* vertex) {
     std::copy_n(vertex->Position, 3, vertex->SavedPosition);
     vertex->NextInGroup = MovingVertices;
     MovingVertices = vertex;
+}
+
+void LetUserPlaceVertices(PositionApply apply, PositionEnd cancel, PositionEnd done, int title) {
+    OpenOffsetGizmo(apply, cancel, done, CentreOfMovingVertices, MovingVerticesToPlane, title);
+}
+
+void PlaceMovingVertices(const Matrix& matrix, int) {
+    TransformMovingVertices(matrix);
+    NormalsOK() = 0;
+}
+
+void UndoMove() {
+    EndMove();
+    Undo();
 }
 
 void TransformMovingVertices(const Matrix& matrix) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "geometry/matrices.h"
+#include "interaction/position_gizmo.h"
 #include "store/records.h"
 
 // The vertices that an interactive tool moves: those of the current object, or temporary ones. The signatures of what
@@ -15,6 +16,13 @@ void EndMove();
 
 /// Remembers where the vertex is, and adds it to the chain.
 void AddMovingVertex(Vertex* vertex);
+
+/// Lets the user place them with the position gizmo; see OpenOffsetGizmo.
+void LetUserPlaceVertices(PositionApply apply, PositionEnd cancel, PositionEnd done, int title);
+/// An apply for vertices that polygons use.
+void PlaceMovingVertices(const Matrix& matrix, int mode);
+/// A cancel: ends the move, and takes back what has happened since the undo snapshot.
+void UndoMove();
 
 /// Places each vertex where the matrix takes its place at the start. The object's flags are the caller's matter.
 void TransformMovingVertices(const Matrix& matrix);
