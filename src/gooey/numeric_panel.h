@@ -19,7 +19,7 @@ enum class AfterReturn { Next, NextRoundTheEnd, Stay, Leave };
 
 inline constexpr int MostNumbersInPanel = 16;
 /// Bytes of a number's text, the terminator included.
-inline constexpr int NumberTextSize = 32;
+inline constexpr int NumberTextSize = 64;
 
 /// The constant table of a panel. Numbers count from 0 in the order of Inputs.
 struct NumericPanel {
@@ -41,7 +41,7 @@ struct NumericPanel {
     /// Opened by "?"; null: none.
     const char* ManualPage = nullptr;
     /// Bytes of a number's text, up to NumberTextSize.
-    int TextSize = NumberTextSize;
+    int TextSize = 32;
 };
 
 /// The gadgets of a panel in an open window and what is being typed there; kept by the window's owner.

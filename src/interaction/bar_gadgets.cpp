@@ -23,9 +23,9 @@ void TypeBackspace() {
 
 } // namespace
 
-void AddBarText(int message) {
+Gadget* AddBarText(int message) {
     const char* text = msg(message);
-    AddText(8, BarTextY, text, StringWidth(text) <= CurrentWindow->Width - RoomForOthers);
+    return AddText(8, BarTextY, text, StringWidth(text) <= CurrentWindow->Width - RoomForOthers);
 }
 
 void AddDeleteLastButton() {

@@ -26,6 +26,7 @@
 #include "structure/scene_operations.h"
 #include "structure/scene_positioning.h"
 #include "tools/alignment.h"
+#include "tools/amalgamation.h"
 #include "tools/create_sphere.h"
 #include "tools/create_vertices.h"
 #include "tools/make_sub_polygons.h"
@@ -41,6 +42,7 @@
 #include "tools/text_generator.h"
 #include "tools/vertex_clipboard.h"
 #include "tools/vertex_operations.h"
+#include "tools/vertex_query.h"
 #include "tools/volume_sweep.h"
 #include "views/default_views.h"
 #include "views/display_flags.h"
@@ -184,9 +186,9 @@ const Command Commands[] = {
     {266, "Read coordinates from text file", InEveryMode, Action, NotYet},
     {270, "Delete unused vertices", InEveryMode, Action, DeleteUnusedVertices},
     {271, "Move vertices", InEveryMode, Action, MoveVertices},
-    {272, "Query vertices", InEveryMode, Action, NotYet},
+    {272, "Query vertices", InEveryMode, Action, Query_AdjustVertices},
     {273, "Stick vertices to grid", InEveryMode, Action, StickToGrid},
-    {274, "Amalgamate object", InEveryMode, Action, NotYet},
+    {274, "Amalgamate object", InEveryMode, Action, AmalgamateVertices},
     {275, "Delete duplicate vertices", InEveryMode, Action, MergeDuplicateVertices},
     {276, "Connect vertices to make polygons", InEveryMode, Action, CreatePolysByConnecting},
     {277, "Delete (leave vertices)", InEveryMode, Action, DeletePolygons},

@@ -16,6 +16,7 @@
 #include "structure/scene_builder.h"
 #include "textures/texture_file.h"
 #include "textures/texture_library.h"
+#include "tools/amalgamation.h"
 #include "tools/create_sphere.h"
 #include "tools/n_gons.h"
 #include "tools/polygon_tools.h"

@@ -7,7 +7,6 @@ int GridX, GridY, GridGizmoOpened;
 int DimensionX, DimensionY, DimensionsOpened;
 int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
-int AmalgamateX, AmalgamateY, AmalgamateOpened;
 int MergeX, MergeY, MergeW, MergeH, MergeOpened;
 int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
 int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;

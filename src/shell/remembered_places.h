@@ -11,7 +11,6 @@ extern int GridX, GridY, GridGizmoOpened;
 extern int DimensionX, DimensionY, DimensionsOpened;
 extern int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
-extern int AmalgamateX, AmalgamateY, AmalgamateOpened;
 extern int MergeX, MergeY, MergeW, MergeH, MergeOpened;
 extern int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
 extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;

@@ -17,6 +17,8 @@
 #include <unordered_map>
 #include <vector>
 
+int LabelSelectedVertices;
+
 namespace {
 
 constexpr int MarkerSize = 3, HeartSize = 1; // pixels
@@ -119,7 +121,7 @@ void DoubtMarkers(Object* object) {
 KeptMarkers& KeptMarkersOf(const Object* object) {
     static const bool following = [] {
         AppearanceSlots listener;
-        listener.ObjectCleanedUp = listener.VertexSelectionMade = DoubtMarkers;
+        listener.ObjectCleanedUp = listener.ObjectChanged = listener.VertexSelectionMade = DoubtMarkers;
         listener.ObjectFreed = [](Object* freed) { Kept.erase(freed); };
         ListenToAppearance(listener);
         return true;
@@ -159,15 +161,15 @@ void DrawNewVertices(const VertexSight& sight) {
     drawFrom(NewVertices, NewVertices->Next);
 }
 
-void LabelNewest(View* view, const Matrix& markers) {
+void LabelVertex(View* view, const Matrix& markers, const Vertex* vertex) {
     double eye[3];
-    TransformPoint(NewVertices->Position, markers, eye);
+    TransformPoint(vertex->Position, markers, eye);
     const float place[3] = {static_cast<float>(eye[0]), static_cast<float>(eye[1]), static_cast<float>(eye[2])};
     double p[3];
     for (int axis = 0; axis < 3; ++axis) {
         // Points on the grid miss zero by rounding errors of either sign: no "-0.00" for these.
-        const double place = NewVertices->Position[axis];
-        p[axis] = std::fabs(place) < 0.005 ? 0 : place;
+        const double coordinate = vertex->Position[axis];
+        p[axis] = std::fabs(coordinate) < 0.005 ? 0 : coordinate;
     }
     char text[200];
     std::snprintf(text, sizeof text, "(%.2f, %.2f, %.2f)", p[0], p[1], p[2]);
@@ -195,8 +197,12 @@ void DrawVertices(const ShownObject& shown) {
     if (!inScene && NewVertices) {
         DrawNewVertices(sight);
         if (LabelLastNewVertex)
-            LabelNewest(shown.View, markers);
+            LabelVertex(shown.View, markers, NewVertices);
     }
+    if (!inScene && LabelSelectedVertices)
+        for (const Vertex* vertex : Along<&Vertex::NextInSubset>(FirstSelectedVertex()))
+            if (sight.Sees(vertex))
+                LabelVertex(shown.View, markers, vertex);
     gl::pntsize(1);
     gl::zbuffer(false);
     gl::popmatrix();

@@ -10,6 +10,9 @@
 
 inline constexpr std::uint32_t MarkerWhite = 0xFFFFFF, MarkerRed = 0xFF0000FF; // packed colours
 
+/// Flag: the selected vertices of the current object are labelled with their coordinates.
+extern int LabelSelectedVertices;
+
 /// The markers of an object: all vertices that are seen, or those that are selected or loose; then the new vertices of
 /// the tools, of which the newest always shows through.
 void DrawVertices(const ShownObject& shown);
