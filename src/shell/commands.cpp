@@ -32,10 +32,12 @@
 #include "tools/make_sub_polygons.h"
 #include "tools/move.h"
 #include "tools/n_gons.h"
+#include "tools/peak.h"
 #include "tools/polygon_clipboard.h"
 #include "tools/polygon_copies.h"
 #include "tools/polygon_operations.h"
 #include "tools/polygon_tools.h"
+#include "tools/raise_walls.h"
 #include "tools/revolve.h"
 #include "tools/slicing.h"
 #include "tools/tablet.h"
@@ -193,8 +195,8 @@ const Command Commands[] = {
     {276, "Connect vertices to make polygons", InEveryMode, Action, CreatePolysByConnecting},
     {277, "Delete (leave vertices)", InEveryMode, Action, DeletePolygons},
     {281, "Move polygons", InEveryMode, Action, MovePolygons},
-    {282, "Raise walls", InEveryMode, Action, NotYet},
-    {283, "Peak centre", InEveryMode, Action, NotYet},
+    {282, "Raise walls", InEveryMode, Action, LiftPolygons},
+    {283, "Peak centre", InEveryMode, Action, PeakPolygons},
     {284, "Reverse polygons", InEveryMode, Action, ReversePolygons},
     {285, "Make double sided", InEveryMode, Action, DoublePolygons},
     {286, "Slice with grid", InEveryMode, Action, Slice},
