@@ -38,6 +38,7 @@
 #include "tools/polygon_operations.h"
 #include "tools/polygon_tools.h"
 #include "tools/raise_walls.h"
+#include "tools/read_vertices.h"
 #include "tools/revolve.h"
 #include "tools/slicing.h"
 #include "tools/tablet.h"
@@ -185,7 +186,7 @@ const Command Commands[] = {
     {262, "Quit", InEveryMode, Action, Quit},
     {264, "Create vertices freehand", InEveryMode, Action, CreateVerticesOnGrid},
     {265, "Create with digitising tablet", InEveryMode, Action, Digitise},
-    {266, "Read coordinates from text file", InEveryMode, Action, NotYet},
+    {266, "Read coordinates from text file", InEveryMode, Action, ReadVerticesFromFile},
     {270, "Delete unused vertices", InEveryMode, Action, DeleteUnusedVertices},
     {271, "Move vertices", InEveryMode, Action, MoveVertices},
     {272, "Query vertices", InEveryMode, Action, Query_AdjustVertices},

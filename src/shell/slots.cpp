@@ -27,6 +27,7 @@
 #include "textures/texture_file.h"
 #include "tools/polygon_clipboard.h"
 #include "tools/polygon_tools.h"
+#include "tools/read_vertices.h"
 #include "tools/tablet.h"
 #include "tools/vertex_clipboard.h"
 #include "views/display_flags.h"
@@ -86,6 +87,7 @@ void FillFileSlots() {
     TheFileSlots.WriteDefaults = WriteDefaults;
     TheTabletSlots.WriteDefaults = WriteDefaults;
     TheFileSlots.ReadingProgress = ShowReadingProgress;
+    TheVertexFileSlots.ReadingProgress = ShowReadingProgress;
     TheMenuSlots.MakeImportMenu = MakeImportMenu;
     TheMenuSlots.MakeExportMenu = MakeExportMenu;
     TheCommandSlots.DoFileConversion = DoFileConversion;
