@@ -134,8 +134,8 @@ void FreeSlider(Gadget* gadget) {
 
 void DescribeSlider(const Gadget* gadget, GadgetDescription& description) {
     const Slider& slider = GadgetData<Slider>(gadget);
-    if (slider.Label)
-        description.Label = slider.Label;
+    if (const char* name = slider.Name ? slider.Name : slider.Label)
+        description.Label = name;
     description.Box = TrackOf(slider);
     description.Target = ThumbOf(slider);
     description.Text = std::to_string(slider.Position);
@@ -182,7 +182,8 @@ Gadget* AddSlider(const SliderSpec& spec) {
                                   .Print = spec.Print,
                                   .Arg = spec.Arg,
                                   .Label = CopyOfString(spec.Label),
-                                  .Colour = GadgetColour()};
+                                  .Colour = GadgetColour(),
+                                  .Name = spec.Name};
     gadget->DrawFn = DrawSlider;
     gadget->ClickFn = ClickSlider;
     gadget->FreeFn = FreeSlider;

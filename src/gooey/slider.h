@@ -20,6 +20,8 @@ struct Slider {
     GadgetArg Arg;
     char* Label;
     std::uint32_t Colour;
+    /// What reports call it where it shows no label; may be null.
+    const char* Name;
 };
 
 /// What a slider is made of; see AddSlider.
@@ -30,6 +32,8 @@ struct SliderSpec {
     int Flags = 0;
     int Position = 0;
     const char* Label = nullptr;
+    /// See Slider::Name; not copied.
+    const char* Name = nullptr;
     /// For the functions below, each of which may be null.
     GadgetArg Arg = nullptr;
     void (*Pressed)(GadgetArg arg, int position) = nullptr;

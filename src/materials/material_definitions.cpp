@@ -5,7 +5,9 @@
 #include "platform/lighting.h"
 #include "store/accessors.h"
 #include "store/appearance.h"
+#include "store/material_list.h"
 #include "store/pools.h"
+#include "store/storage.h"
 #include "store/walks.h"
 
 #include <vector>
@@ -16,7 +18,7 @@ int MaterialsNeedDefining = 0;
 MaterialSlots TheMaterialSlots;
 Material* MaterialUndoCopy = nullptr;
 Material* MaterialResetCopy = nullptr;
-Material* MaterialScratch = nullptr;
+Material* MaterialClipboard = nullptr;
 
 // One property a line, each with its values.
 // clang-format off
@@ -68,50 +70,92 @@ const float GreyLight[] = {LCOLOR, 0.5f, 0.5f, 0.5f, POSITION, 1, 1, 1, 0, LMNUL
 const float* const InterfaceMaterials[7] = {mat_red_metal,     mat_green_metal, mat_yellow_metal, mat_blue_metal,
                                             mat_magenta_metal, mat_cyan_metal,  mat_grey_metal};
 
+namespace {
+
+/// From here on lie the numbers of UnlitMaterial.
+constexpr int FirstUnlitMaterial = 1 << 14;
+
+/// A property list that grows.
+class PropertyList {
+  public:
+    void Add(float token, float value) { Floats.insert(Floats.end(), {token, value}); }
+
+    void AddColour(float token, const float (&rgb)[3]) { Floats.insert(Floats.end(), {token, rgb[0], rgb[1], rgb[2]}); }
+
+    void Define(int number) {
+        Floats.push_back(LMNULL);
+        lmdef(DEFMATERIAL, number, static_cast<int>(Floats.size()), Floats.data());
+    }
+
+  private:
+    std::vector<float> Floats;
+};
+
+} // namespace
+
 void NeedMaterialsDefined() {
     MaterialsNeedDefining = 1;
 }
 
 void InitMaterials() {
-    for (Material** scratch : {&MaterialUndoCopy, &MaterialResetCopy, &MaterialScratch})
+    for (Material** scratch : {&MaterialUndoCopy, &MaterialResetCopy, &MaterialClipboard})
         if (!*scratch)
             *scratch = NewMaterial();
 }
 
 void FreeMaterials() {
-    for (Material** scratch : {&MaterialUndoCopy, &MaterialResetCopy, &MaterialScratch}) {
+    for (Material** scratch : {&MaterialUndoCopy, &MaterialResetCopy, &MaterialClipboard}) {
         FreeMaterial(*scratch);
         *scratch = nullptr;
     }
 }
 
+void KeepMaterial(Material* scratch, const Material* material) {
+    const int workSaved = WorkSaved;
+    CopyMaterial(scratch, material);
+    WorkSaved = workSaved;
+}
+
 void DefineMaterial(Material* material) {
-    std::vector<float> list;
-    const auto add = [&](float token, const auto&... values) { list.insert(list.end(), {token, values...}); };
-    const auto addColour = [&](float token, const float(&rgb)[3]) { add(token, rgb[0], rgb[1], rgb[2]); };
-    addColour(AMBIENT, material->Ambient);
-    addColour(DIFFUSE, material->Diffuse);
-    addColour(SPECULAR, material->Specular);
-    addColour(EMISSION, material->Emission);
-    add(SHININESS, material->Shininess);
-    add(ALPHA, material->Alpha);
-    list.push_back(LMNULL);
-    lmdef(DEFMATERIAL, material->GLIndex, static_cast<int>(list.size()), list.data());
+    PropertyList lit;
+    lit.AddColour(AMBIENT, material->Ambient);
+    lit.AddColour(DIFFUSE, material->Diffuse);
+    lit.AddColour(SPECULAR, material->Specular);
+    lit.AddColour(EMISSION, material->Emission);
+    lit.Add(SHININESS, material->Shininess);
+    lit.Add(ALPHA, material->Alpha);
+    lit.Define(material->GLIndex);
 
     const float opacity[3] = {material->Alpha};
     material->PackedColour = PackRGB(material->Diffuse) | PackRGB(opacity) << 24;
+
+    if (const int number = UnlitMaterial(material)) {
+        constexpr float none[3] = {};
+        float shown[3];
+        UnpackRGB(material->PackedColour, shown);
+        PropertyList unlit;
+        unlit.AddColour(AMBIENT, none);
+        unlit.AddColour(DIFFUSE, none);
+        unlit.AddColour(SPECULAR, none);
+        unlit.AddColour(EMISSION, shown);
+        unlit.Add(ALPHA, static_cast<float>(material->PackedColour >> 24) / 255);
+        unlit.Define(number);
+    }
+}
+
+int UnlitMaterial(const Material* material) {
+    return material->GLIndex > 0 && material->GLIndex < FirstUnlitMaterial ? FirstUnlitMaterial + material->GLIndex : 0;
 }
 
 void RedefineMaterials() {
-    // A drawing that is kept holds numbers of materials, colours of unlit polygons, and what is transparent.
+    // A drawing that is kept holds numbers of materials.
     bool drawingsAreStale = false;
     int number = FirstModelMaterial;
     for (Material* material : Along<&Material::Next>(FirstMaterial())) {
         const int oldNumber = material->GLIndex;
-        const std::uint32_t oldColour = material->PackedColour;
         material->GLIndex = number++;
         DefineMaterial(material);
-        drawingsAreStale |= material->GLIndex != oldNumber || material->PackedColour != oldColour;
+        drawingsAreStale |= material->GLIndex != oldNumber;
     }
     if (drawingsAreStale)
         EveryAppearanceChanged();

@@ -25,11 +25,17 @@ extern const float Lighting[], LightingTwo[], WhiteLight[], GreyLight[];
 /// Make and release the scratch materials of the material windows. Making them again does nothing.
 void InitMaterials();
 void FreeMaterials();
-/// Null before InitMaterials and after FreeMaterials; on no list.
-extern Material *MaterialUndoCopy, *MaterialResetCopy, *MaterialScratch;
+/// What undo, reset and paste give back. Null before InitMaterials and after FreeMaterials; on no list.
+extern Material *MaterialUndoCopy, *MaterialResetCopy, *MaterialClipboard;
+/// Copies into one of these, which is no change of the model.
+void KeepMaterial(Material* scratch, const Material* material);
 
-/// Defines the material under its GLIndex and packs its colour.
+/// Defines the material under its GLIndex and packs its colour; with it the material of UnlitMaterial.
 void DefineMaterial(Material* material);
+/// The number of a material that shows PackedColour wherever it is lit: what is recorded with it follows every later
+/// definition, as what is recorded in a colour of its own would not. 0 for materials without one: those that come very
+/// late in their list.
+int UnlitMaterial(const Material* material);
 /// Numbers and defines the whole list.
 void RedefineMaterials();
 

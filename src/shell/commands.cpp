@@ -14,6 +14,7 @@
 #include "interaction/rotation_centre.h"
 #include "interaction/selection.h"
 #include "interaction/view_commands.h"
+#include "palettes/material_palette.h"
 #include "platform/events.h"
 #include "shell/preferences.h"
 #include "store/accessors.h"
@@ -287,7 +288,7 @@ const Command Commands[] = {
     {Key('c'), "Scene builder", InEveryMode, Safe, OpenSceneBuilder},
     {Key('e'), "Texture palette", InEveryMode, Safe, NotYet},
     {Key('g'), "Grid control", InEveryMode, Safe, NotYet},
-    {Key('m'), "Material palette", InEveryMode, Safe, NotYet},
+    {Key('m'), "Material palette", InEveryMode, Safe, OpenMaterialPalette},
     {337, "User preferences", InEveryMode, Safe, SetPreferences},
 
     // How models are shown

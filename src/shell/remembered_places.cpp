@@ -1,7 +1,5 @@
 #include "shell/remembered_places.h"
 
-int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
-int MateditX, MateditY, MaterialEditorOpened;
 int StructX, StructY, StructureEditorOpened;
 int GridX, GridY, GridGizmoOpened;
 int DimensionX, DimensionY, DimensionsOpened;
@@ -12,9 +10,7 @@ int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
 int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
-int GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+int GridOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
 int LodScale;
-int MatEditGang;
-int SpectrumY = -1, MixerX, MixerY;
 int TestVar = 6;

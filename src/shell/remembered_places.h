@@ -4,8 +4,6 @@
 // none is lost when the defaults file is written anew. Whoever builds one of them takes its variables along.
 
 /// Places, screen pixels, sizes where the user can change them, and flags: a place is known.
-extern int MatpalX, MatpalY, MatpalW, MatpalH, MaterialPaletteOpened;
-extern int MateditX, MateditY, MaterialEditorOpened;
 extern int StructX, StructY, StructureEditorOpened;
 extern int GridX, GridY, GridGizmoOpened;
 extern int DimensionX, DimensionY, DimensionsOpened;
@@ -17,13 +15,9 @@ extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
 /// Flags: windows to be opened again at the next start.
-extern int GridOpen, PaletteOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+extern int GridOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
 /// Flag: the structure editor draws distances to scale.
 extern int LodScale;
-/// Flag: the material editor's sliders move together.
-extern int MatEditGang;
-/// The colour mixer: its brightness, -1 for none, and its place in the spectrum.
-extern int SpectrumY, MixerX, MixerY;
 /// A number for trying things out.
 extern int TestVar;

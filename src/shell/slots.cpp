@@ -12,6 +12,7 @@
 #include "interaction/selection.h"
 #include "materials/default_materials.h"
 #include "materials/material_definitions.h"
+#include "palettes/material_palette.h"
 #include "platform/textures.h"
 #include "shell/commands.h"
 #include "shell/defaults.h"
@@ -65,6 +66,8 @@ void FillMaterialSlots() {
     TheFileSlots.RedefineMaterials = NeedMaterialsDefined;
     TheUndoSlots.RedefineMaterials = NeedMaterialsDefined;
     TheMaterialSlots.DirtyModelWindows = DirtyModelWindows;
+    TheMaterialSlots.MaterialsRedefined = MaterialsWereRedefined;
+    TheMaterialSlots.DrawPaletteSlot = RedrawSweetie;
 }
 
 void FillTextureSlots() {

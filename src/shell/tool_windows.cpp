@@ -1,6 +1,7 @@
 #include "shell/tool_windows.h"
 
 #include "gooey/tool_window.h"
+#include "palettes/material_palette.h"
 #include "shell/preferences.h"
 #include "structure/scene_builder.h"
 #include "tools/revolve.h"
@@ -10,6 +11,7 @@ void RegisterToolWindows() {
     static const ToolWindow* const windows[] = {
         &SceneBuilderWindow,
         &PreferencesWindow,
+        &MaterialPaletteWindow,
         &TextGeneratorWindow,
         &RevolveWindow,
     };

@@ -48,6 +48,10 @@ void ObjectIsFreed(Object* object) {
     Tell<&AppearanceSlots::ObjectFreed>(object);
 }
 
+void MaterialIsFreed(Material* material) {
+    Tell<&AppearanceSlots::MaterialFreed>(material);
+}
+
 void ListenToAppearance(const AppearanceSlots& listener) {
     Listeners.push_back(listener);
 }

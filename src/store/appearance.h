@@ -23,6 +23,7 @@ void VertexSelectionWasMade(Object* object);
 /// The record is about to be released.
 void SubObjectIsFreed(SubObject* subObject);
 void ObjectIsFreed(Object* object);
+void MaterialIsFreed(Material* material);
 
 /// Who keeps something that a change outdates: told of each change. Null: not interested.
 struct AppearanceSlots {
@@ -34,6 +35,7 @@ struct AppearanceSlots {
     void (*VertexSelectionMade)(Object* object) = nullptr;
     void (*SubObjectFreed)(SubObject* subObject) = nullptr;
     void (*ObjectFreed)(Object* object) = nullptr;
+    void (*MaterialFreed)(Material* material) = nullptr;
 };
 
 /// For the rest of the run; each listener once.

@@ -285,6 +285,7 @@ Material* NewMaterial() {
 void FreeMaterial(Material* material) {
     if (!material)
         return;
+    MaterialIsFreed(material);
     if (material->Name)
         Free(material->Name);
     Poison(material->Prev);

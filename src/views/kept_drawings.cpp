@@ -1,6 +1,7 @@
 #include "views/kept_drawings.h"
 
 #include "base/debug.h"
+#include "materials/material_definitions.h"
 #include "platform/recordings.h"
 #include "store/accessors.h"
 #include "store/appearance.h"
@@ -246,8 +247,12 @@ void NoteDefinitions() {
     };
     for (const Material* material : Along<&Material::Next>(FirstMaterial())) {
         mix(reinterpret_cast<std::uintptr_t>(material));
-        mix(static_cast<std::uint64_t>(material->GLIndex) << 32 ^ material->PackedColour);
-        mix(static_cast<std::uint64_t>(material->Alpha * 255));
+        mix(static_cast<std::uint64_t>(material->GLIndex));
+        // Their colours are definitions, which recordings use as they are now.
+        if (!UnlitMaterial(material))
+            mix(material->PackedColour);
+        if (!BlendingAvailable)
+            mix(static_cast<std::uint64_t>(material->Alpha * 255));
     }
     for (const Texture* texture : Along<&Texture::Next>(FirstTexture())) {
         mix(reinterpret_cast<std::uintptr_t>(texture));

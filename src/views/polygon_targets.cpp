@@ -1,7 +1,9 @@
 #include "views/polygon_targets.h"
 
 #include "geometry/vectors.h"
+#include "materials/material_definitions.h"
 #include "platform/drawing.h"
+#include "platform/lighting.h"
 #include "platform/state.h"
 #include "platform/textures.h"
 #include "store/pools.h"
@@ -77,7 +79,7 @@ void Fingerprint::Fill(const Polygon* polygon, const Material* material, bool wi
     Add(6, static_cast<std::uint64_t>(polygon->Lighting) << 1 | withTextureCoordinates);
     if (polygon->Lighting == LightingFaceted)
         MixNumbers(polygon->Normal, 3);
-    else if (polygon->Lighting == LightingUnlit)
+    else if (polygon->Lighting == LightingUnlit && !(material && UnlitMaterial(material)))
         Mix(ColourOf(material));
     for (const PolygonBead* bead : EveryBead(polygon)) {
         if (withTextureCoordinates)
@@ -98,6 +100,19 @@ void Fingerprint::Outline(const Polygon* polygon) {
 
 void GraphicsTarget::SetMaterial(const Material* material) {
     BindMaterial(material);
+    UnlitIsBound = false;
+}
+
+/// Has what follows show the material's colour in a recording, or the material itself again. False when the material
+/// has none for that.
+bool GraphicsTarget::BindUnlit(const Material* material, bool unlit) {
+    const int number = material ? UnlitMaterial(material) : 0;
+    if (!number)
+        return false;
+    if (unlit != UnlitIsBound)
+        gl::lmbind(gl::MATERIAL, unlit ? number : material->GLIndex);
+    UnlitIsBound = unlit;
+    return unlit;
 }
 
 void GraphicsTarget::SetTexture(const Texture* texture) {
@@ -123,7 +138,13 @@ void GraphicsTarget::SetColourWrites(bool on) {
 }
 
 void GraphicsTarget::Fill(const Polygon* polygon, const Material* material, bool withTextureCoordinates) {
-    BeginPolygon(polygon, material, polygon->Normal);
+    static constexpr float anyNormal[3] = {0, 0, 1};
+    if (BindUnlit(material, polygon->Lighting == LightingUnlit)) {
+        gl::bgnpolygon();
+        gl::n3f(anyNormal);
+    } else {
+        BeginPolygon(polygon, material, polygon->Normal);
+    }
     for (const PolygonBead* bead : EveryBead(polygon))
         AddCorner(polygon, bead, withTextureCoordinates, AddPlace);
     gl::endpolygon();

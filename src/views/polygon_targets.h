@@ -76,7 +76,10 @@ class GraphicsTarget {
         std::size_t Count = 0;
     };
 
+    bool BindUnlit(const Material* material, bool unlit);
+
     bool Facing;
+    bool UnlitIsBound = false;
     EdgeSet Drawn;
 };
 

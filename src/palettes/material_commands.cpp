@@ -1,0 +1,206 @@
+#include "palettes/material_commands.h"
+
+#include "gooey/button.h"
+#include "gooey/manual.h"
+#include "gooey/messages.h"
+#include "gooey/redraw.h"
+#include "interaction/tool_protocol.h"
+#include "materials/default_materials.h"
+#include "materials/material_definitions.h"
+#include "materials/material_usage.h"
+#include "materials/materials_file.h"
+#include "palettes/material_editor.h"
+#include "palettes/material_palette.h"
+#include "store/accessors.h"
+#include "store/appearance.h"
+#include "store/material_list.h"
+#include "store/pools.h"
+#include "store/storage.h"
+#include "tools/creation_guards.h"
+#include "views/display_flags.h"
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+
+int MaterialCopied;
+
+namespace {
+
+constexpr int NothingCopied = 40;
+
+/// What MaterialResetCopy is a copy of; null: of nothing that there is still.
+const Material* KeptMaterial;
+
+void FollowDeletions() {
+    static const bool following = [] {
+        AppearanceSlots listener;
+        listener.MaterialFreed = [](Material* material) {
+            if (material == KeptMaterial)
+                KeptMaterial = nullptr;
+        };
+        ListenToAppearance(listener);
+        return true;
+    }();
+    static_cast<void>(following);
+}
+
+/// A running tool has the model to itself until it is done or cancelled.
+bool ModelIsFree() {
+    if (!BadStuffDisabled)
+        return true;
+    TellUserS("Please finish or cancel what you are doing in the model first.");
+    return false;
+}
+
+void ShowCurrentMaterial() {
+    ShowPaletteEntry(MaterialPaletteGrid, CurrentMaterial());
+}
+
+/// The current material is another one, or has other values, which all windows show.
+void CurrentMaterialChanged() {
+    WorkSaved = 0;
+    DirtyAllWindows();
+    RedrawCurrentSweetie();
+    ShowMaterialInEditor();
+    DirtyOtherMatThings();
+}
+
+void CreateMaterial() {
+    Material* const material = NewMaterial();
+    AddMaterial(material);
+    RenameMaterial(material, "New");
+    CurrentMaterial() = nullptr;
+    SelectMaterial(material);
+    ShowCurrentMaterial();
+}
+
+void CopyCurrent() {
+    if (!CurrentMaterial())
+        return;
+    KeepMaterial(MaterialClipboard, CurrentMaterial());
+    MaterialCopied = 1;
+}
+
+void Paste() {
+    if (!MaterialCopied) {
+        TellUser(NothingCopied);
+        return;
+    }
+    Material* const material = CurrentMaterial();
+    if (!material)
+        return;
+    KeepForUndo(material);
+    KeepMaterial(MaterialUndoCopy, material);
+    CopyMaterial(material, MaterialClipboard);
+    DefineMaterial(material);
+    CurrentMaterialChanged();
+}
+
+void UndoChange() {
+    Material* const material = CurrentMaterial();
+    if (!material || !KeptForUndo(material))
+        return;
+    CopyMaterial(material, MaterialResetCopy);
+    DefineMaterial(material);
+    CurrentMaterial() = nullptr;
+    SelectMaterial(material);
+    CurrentMaterialChanged();
+}
+
+/// Runs what may take the current material away.
+void Delete(void (*command)()) {
+    if (!ModelIsFree())
+        return;
+    const Material* const before = CurrentMaterial();
+    command();
+    if (CurrentMaterial() != before)
+        DirtyOtherMatThings();
+}
+
+void FindPolygonsMaterial() {
+    if (!APolygonIsSelected())
+        return;
+    const Polygon* const polygon = FirstSelectedPolygon();
+    Material* const found = polygon->Texture && TextureOn ? polygon->TextureMaterial : polygon->Material;
+    if (found)
+        SelectMaterial(found);
+    ShowCurrentMaterial();
+}
+
+void SaveAsDefault() {
+    if (!SaveDefaultMaterials())
+        TellUserS(
+            (std::string("Couldn't write material file ") + DefaultMaterialsFile() + "\n\n" + std::strerror(errno))
+                .c_str());
+}
+
+void MoveMaterial(void (*move)(int places), int places) {
+    move(places);
+    ShowCurrentMaterial();
+}
+
+} // namespace
+
+void DoMaterialCommand(int command) {
+    switch (command) {
+    case NewMaterialCommand:
+        return CreateMaterial();
+    case CopyMaterialCommand:
+        return CopyCurrent();
+    case PasteMaterialCommand:
+        return Paste();
+    case UndoMaterialCommand:
+        return UndoChange();
+    case ManualCommand:
+        return OpenManual(MaterialPalettePage);
+    case SavePaletteCommand:
+        return SaveMaterialPalette();
+    case LoadPaletteCommand:
+        return LoadMaterialPalette();
+    case SaveDefaultPaletteCommand:
+        return SaveAsDefault();
+    case LoadOnNewCommand:
+        LoadMaterialsOnNew = !LoadMaterialsOnNew;
+        return;
+    case DeleteMaterialCommand:
+        return Delete(DeleteCurrentMaterial);
+    case DeleteUnusedCommand:
+        return Delete(DeleteUnusedMaterials);
+    case EditMaterialCommand:
+        return OpenMaterialEditor();
+    case FindMaterialCommand:
+        return FindPolygonsMaterial();
+    case UpCharacter:
+        return MoveMaterial(MoveMaterialLeft, MaterialPaletteGrid.Columns);
+    case DownCharacter:
+        return MoveMaterial(MoveMaterialRight, MaterialPaletteGrid.Columns);
+    case LeftCharacter:
+        return MoveMaterial(MoveMaterialLeft, 1);
+    case RightCharacter:
+        return MoveMaterial(MoveMaterialRight, 1);
+    default:
+        return;
+    }
+}
+
+void ApplyMaterialButton() {
+    if (ModelIsFree())
+        ApplyToSelectedPolygons(ButtonChoice);
+}
+
+void LightGroupButton() {
+    if (ModelIsFree())
+        ApplyLightGroupToSelectedPolygons(ButtonChoice);
+}
+
+void KeepForUndo(const Material* material) {
+    FollowDeletions();
+    KeptMaterial = material;
+    if (material)
+        KeepMaterial(MaterialResetCopy, material);
+}
+
+int KeptForUndo(const Material* material) {
+    return material && material == KeptMaterial;
+}
