@@ -4,6 +4,7 @@
 #include "gooey/manual.h"
 #include "gooey/messages.h"
 #include "gooey/redraw.h"
+#include "interaction/tool_guards.h"
 #include "interaction/tool_protocol.h"
 #include "materials/default_materials.h"
 #include "materials/material_definitions.h"
@@ -16,7 +17,6 @@
 #include "store/material_list.h"
 #include "store/pools.h"
 #include "store/storage.h"
-#include "tools/creation_guards.h"
 #include "views/display_flags.h"
 
 #include <cerrno>

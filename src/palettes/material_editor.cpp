@@ -124,6 +124,11 @@ bool ShowsNameOf(const Material* material) {
     return std::strncmp(Name, material->Name, NameSize - 1) == 0;
 }
 
+void ShowName() {
+    if (CurrentMaterial() && !ShowsNameOf(CurrentMaterial()))
+        ChangeText(NameInput, CurrentMaterial()->Name);
+}
+
 void GetMaterialProps() {
     const Material* material = CurrentMaterial();
     if (!material)
@@ -132,14 +137,14 @@ void GetMaterialProps() {
         GetRGBProps(group);
     ConfigureSlider(ShineSlider, ShinePosition(material->Shininess), 0);
     ConfigureSlider(AlphaSlider, Percent(material->Alpha), 0);
-    if (!ShowsNameOf(material))
-        ChangeText(NameInput, material->Name);
+    ShowName();
 }
 
 /// What is typed stays, and what comes next is a change of its own.
 void EndTyping() {
     if (TextIsActive(NameInput))
         DeactivateText(NameInput);
+    ShowName();
     NameIsTyped = false;
 }
 
@@ -256,6 +261,8 @@ void ResetMat() {
 /// A name that is being typed counts at once; an empty one does not.
 void TakeName() {
     Material* const material = CurrentMaterial();
+    if (!Name[0] && TextReturnReal)
+        ShowName();
     if (!material || !Name[0] || ShowsNameOf(material))
         return;
     if (!NameIsTyped)
@@ -368,7 +375,7 @@ void AddGenerateButtons() {
 }
 
 void BuildEditor() {
-    constexpr int nameX = 10, nameY = 405, nameWidth = 250, joinX = 290, joinY = 412;
+    constexpr int nameX = 10, nameY = 405, nameWidth = 250, joinX = 290, joinY = 415;
     AddBackdrop();
     Kirvo_AddGadget(DrawSample, nullptr);
     for (int group = 0; group < GroupCount; ++group)

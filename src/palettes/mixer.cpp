@@ -96,10 +96,10 @@ void DrawMixer(Gadget* gadget) {
     SetColour(White);
 }
 
-/// Has one or two numbers follow the pointer.
+/// Has one or two numbers follow the pointer from a press within the border on.
 template <class Take>
 int Follow(const GadgetBox& box, Take take) {
-    if (!MouseInGadgetBox(box))
+    if (!MouseInBox(box.X - Border, box.Y - Border, box.Width + 2 * Border, box.Height + 2 * Border))
         return 0;
     const auto step = [&] {
         const int before[3] = {SpectrumY, MixerX, MixerY};

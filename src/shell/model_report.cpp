@@ -105,6 +105,24 @@ Json LodsOf(const Object* object) {
     return list;
 }
 
+/// How many polygons have each material.
+Json MaterialsOf(const Object* object) {
+    Json counts = Json::object();
+    for (const Polygon* polygon : EveryPolygon(object)) {
+        Json& count = counts[polygon->Material ? Text(polygon->Material->Name) : ""];
+        count = count.is_null() ? 1 : count.get<int>() + 1;
+    }
+    return counts;
+}
+
+/// How many polygons are unlit, faceted and smooth.
+Json LightingOf(const Object* object) {
+    int counts[3] = {};
+    for (const Polygon* polygon : EveryPolygon(object))
+        ++counts[std::min<int>(polygon->Lighting, LightingSmooth)];
+    return {counts[0], counts[1], counts[2]};
+}
+
 Json ReportOf(Object* object, const Object* current) {
     CurrentObject() = object;
     CleanUpObject();
@@ -122,6 +140,8 @@ Json ReportOf(Object* object, const Object* current) {
             {"undo", object->UndoCopy != nullptr},
             {"attributes", object->Attributes},
             {"grid", {{"index", object->GridIndex}, {"steps", object->GridSteps}}},
+            {"materials", MaterialsOf(object)},
+            {"lighting", LightingOf(object)},
             {"subobjects", SubObjectsOf(object)},
             {"lods", LodsOf(object)}};
 }
@@ -159,10 +179,17 @@ Json Objects() {
 }
 
 Json Materials() {
-    Json names = Json::array();
-    for (const Material* material : Along<&Material::Next>(FirstMaterial()))
+    Json names = Json::array(), values = Json::array();
+    for (const Material* material : Along<&Material::Next>(FirstMaterial())) {
         names.push_back(Text(material->Name));
-    return {{"current", NameOf(CurrentMaterial())}, {"names", names}};
+        values.push_back({{"ambient", material->Ambient},
+                          {"diffuse", material->Diffuse},
+                          {"specular", material->Specular},
+                          {"emission", material->Emission},
+                          {"shininess", material->Shininess},
+                          {"alpha", material->Alpha}});
+    }
+    return {{"current", NameOf(CurrentMaterial())}, {"names", names}, {"values", values}};
 }
 
 Json Textures() {

@@ -4,6 +4,7 @@
 #include "gooey/draw.h"
 #include "gooey/window.h"
 #include "interaction/ruler.h"
+#include "palettes/colour_mixing.h"
 #include "shell/command_line.h"
 #include "shell/defaults.h"
 #include "shell/defaults_table.h"

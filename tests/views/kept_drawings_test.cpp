@@ -189,6 +189,13 @@ TEST_F(KeptDrawings, AreRecordedAnewOnlyWhereSomethingChanged) {
               }),
               1);
     EXPECT_EQ(recordedBy([&] { AppearanceChanged(CurrentObject()); }), 0) << "it looks as before";
+    EXPECT_EQ(recordedBy([&] {
+                  polygon->Material->Diffuse[0] = polygon->Material->Alpha = 0.7F;
+                  DefineMaterial(polygon->Material);
+                  EveryAppearanceChanged();
+              }),
+              0)
+        << "a colour is a definition, of unlit polygons too";
     EXPECT_LE(recordedBy([&] { DeletePolygon(polygon, 1); }), 2);
     EXPECT_LE(recordedBy([] { AddFront(0, 0, 0, 1, FirstMaterial()); }), 2) << "pieces do not move along the list";
     Backface = 1;
