@@ -9,11 +9,7 @@
 
 void RegisterToolWindows() {
     static const ToolWindow* const windows[] = {
-        &SceneBuilderWindow,
-        &PreferencesWindow,
-        &MaterialPaletteWindow,
-        &TextGeneratorWindow,
-        &RevolveWindow,
+        &SceneBuilderWindow, &PreferencesWindow, &MaterialPaletteWindow, &TextGeneratorWindow, &RevolveWindow,
     };
     for (const ToolWindow* window : windows)
         RegisterToolWindow(*window);
