@@ -27,24 +27,29 @@ long Started, LastLook;
 bool BarIsShown = false;
 bool WorkIsShown = false;
 
-// A negative part: how far it is is not known.
-void DrawBar(double part, const char* what) {
+// A part of 0 or less: there is no bar beside the text.
+void DrawBar(double part, const char* text) {
     const WindowScope scope(MainWindow);
     const FrontBufferScope front;
     DrawStatus("", nullptr);
     SetColour(BarColour);
     if (part > 0)
         DrawBox(1, 1, static_cast<int>(part * (CurrentWindow->Width - 2)), BarHeight, ShadeFull);
-    char text[256];
-    if (part < 0)
-        std::snprintf(text, sizeof text, "%.200s   <ESC>=Cancel", what);
-    else
-        std::snprintf(text, sizeof text, "%.200s %d%%   <ESC>=Cancel", what, static_cast<int>(part * 100));
     gl::cpack(Black);
     gl::font(0);
     gl::cmov2i(6, 6);
     gl::charstr(text);
     BarIsShown = true;
+}
+
+// A negative part: how far it is is not known.
+void DrawBarOfWork(double part, const char* what) {
+    char text[256];
+    if (part < 0)
+        std::snprintf(text, sizeof text, "%.200s   <ESC>=Cancel", what);
+    else
+        std::snprintf(text, sizeof text, "%.200s %d%%   <ESC>=Cancel", what, static_cast<int>(part * 100));
+    DrawBar(part, text);
 }
 
 void Begin() {
@@ -69,7 +74,7 @@ int Look(const char* what, Part part) {
         return 0;
     LastLook = now;
     if (now >= Started + Moment)
-        DrawBar(part(), what);
+        DrawBarOfWork(part(), what);
     return TakeWaitingKey(EscapeCharacter);
 }
 
@@ -104,4 +109,25 @@ void EndWorkProgress() {
     if (WorkIsShown)
         End();
     WorkIsShown = false;
+}
+
+void ShowTextureProgress(int read, int count) {
+    if (!MainWindow)
+        return;
+    // A bar that is there already tells of the file that the images belong to.
+    static bool withinRead;
+    if (read == 1)
+        withinRead = BarIsShown;
+    if (read == 1 && !withinRead)
+        Begin();
+    gl::BreatheAtWork();
+    const long now = ClockTicks();
+    if (read < count && now >= LastLook + TicksBetweenLooks && now >= Started + Moment) {
+        LastLook = now;
+        char text[80];
+        std::snprintf(text, sizeof text, "Loading textures... %d of %d", read, count);
+        DrawBar(static_cast<double>(read) / count, text);
+    }
+    if (read == count && !withinRead)
+        End();
 }

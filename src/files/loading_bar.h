@@ -8,3 +8,7 @@ int ShowReadingProgress(double part);
 /// far it is, 0 to 1, negative when that is not known. Non-zero: the user cancels. Ends with EndWorkProgress.
 int ShowWorkProgress(const char* text, double seconds, double (*part)());
 void EndWorkProgress();
+
+/// For TheTextureDefinitionSlots.ReadingProgress: shows in the same place, when it takes longer than a moment, how many
+/// images have been read.
+void ShowTextureProgress(int read, int count);

@@ -68,7 +68,7 @@ constexpr ColourGroup Groups[] = {
 constexpr int GroupCount = 4, GroupWidth = 2 * SliderStep + SliderWidth;
 constexpr int ShineX = 320, AlphaX = 364, SingleY = 245;
 
-constexpr int SampleX = 88, SampleY = 310, SampleRadius = 70, SampleDepth = 10;
+constexpr int SampleX = 84, SampleY = 310, SampleRadius = 70, SampleDepth = 10;
 constexpr int SpectrumBottom = 191, WireBus = 213;
 constexpr int RightColumn = 447, MixerBottom = 230;
 
@@ -94,12 +94,17 @@ float (&ColourOf(Material* material, int number))[3] {
     return material->*Groups[number / 10].Colour;
 }
 
+/// A file may hold any number, and even none.
+int SliderPosition(float value) {
+    return value > 0 ? static_cast<int>(std::min(value, static_cast<float>(SliderRange))) : 0;
+}
+
 int Percent(float value) {
-    return std::clamp(static_cast<int>(value * 100.0F), 0, SliderRange);
+    return SliderPosition(value * 100.0F);
 }
 
 int ShinePosition(float shininess) {
-    return std::clamp(static_cast<int>(shininess / ShininessPerStep), 0, SliderRange);
+    return SliderPosition(shininess / ShininessPerStep);
 }
 
 // ---- What changes with the material

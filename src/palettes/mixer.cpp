@@ -158,5 +158,7 @@ void AddSpectrum(int y) {
 }
 
 void AddMixer(int x, int y) {
+    MixerX = std::clamp(MixerX, 0, MixerSize - 1);
+    MixerY = std::clamp(MixerY, 0, MixerSize - 1);
     Add({x, y}, MixerKind, DrawMixer, ClickMixer);
 }

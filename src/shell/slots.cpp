@@ -73,6 +73,7 @@ void FillMaterialSlots() {
 void FillTextureSlots() {
     TheFirstObjectSlots.LoadDefaultTextures = LoadDefaultTextures;
     TheTextureDefinitionSlots.DefineImage = gl::texdef2d;
+    TheTextureDefinitionSlots.ReadingProgress = ShowTextureProgress;
     TheTextureDefinitionSlots.IsHighEnd = [] { return ItsARealityEngine; };
     TheTextureChangeSlots.DirtyModelWindows = DirtyModelWindows;
 }

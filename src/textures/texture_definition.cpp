@@ -198,6 +198,8 @@ bool ReadAndDefine(const std::vector<Texture*>& textures) {
         const int oldId = textures[index]->GLId;
         DefineFrom(textures[index], block, problem);
         changed |= textures[index]->GLId != oldId;
+        CallSlot(TheTextureDefinitionSlots.ReadingProgress, static_cast<int>(index) + 1,
+                 static_cast<int>(textures.size()));
     });
     return changed;
 }

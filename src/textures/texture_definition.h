@@ -16,6 +16,9 @@ struct TextureDefinitionSlots {
     /// Non-zero on graphics hardware that has every filter and the formats of reduced accuracy. Null: it has not.
     int (*IsHighEnd)() = nullptr;
 
+    /// So many of the images that are being read together have been read: called after each of them. Skipped when null.
+    void (*ReadingProgress)(int read, int count) = nullptr;
+
     /// Marks the texture window for redrawing. Skipped when null.
     void (*DirtyTextureGizmo)() = nullptr;
 };

@@ -133,18 +133,21 @@ struct Definition {
 };
 
 std::vector<Definition> Definitions;
+std::vector<std::pair<int, int>> Progress;
 int HighEnd, TimesDirtied;
 
 class TextureDefinitions : public TextureLibrary {
   protected:
     TextureDefinitions() {
         Definitions.clear();
+        Progress.clear();
         HighEnd = TimesDirtied = 0;
         TheTextureDefinitionSlots.DefineImage = [](int index, int components, int width, int height, const void*,
                                                    int count, const float* properties) {
             Definitions.push_back({index, components, width, height, {properties, properties + count}});
         };
         TheTextureDefinitionSlots.IsHighEnd = [] { return HighEnd; };
+        TheTextureDefinitionSlots.ReadingProgress = [](int read, int count) { Progress.emplace_back(read, count); };
         TheTextureDefinitionSlots.DirtyTextureGizmo = [] { ++TimesDirtied; };
     }
 
@@ -158,6 +161,7 @@ TEST_F(TextureDefinitions, TexturesThatAreTheSameShareADefinition) {
     Texture* other = MakeTexture("b");
     DefineAllTextures();
     EXPECT_EQ(TimesDirtied, 1);
+    EXPECT_EQ(Progress, (std::vector<std::pair<int, int>>{{1, 2}, {2, 2}}));
     EXPECT_EQ(texture->GLId, 1);
     EXPECT_EQ(other->GLId, 2);
     EXPECT_EQ(texture->Aspect, 4.0f);
