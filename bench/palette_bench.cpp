@@ -11,11 +11,13 @@
 #include "palettes/material_editor.h"
 #include "palettes/material_palette.h"
 #include "platform/batch.h"
+#include "store/appearance.h"
 #include "store/clean_up.h"
 #include "store/material_list.h"
 #include "store/pools.h"
 #include "views/default_views.h"
 #include "views/drawing.h"
+#include "views/kept_drawings.h"
 #include "views/view_transform.h"
 
 #include <benchmark/benchmark.h>
@@ -113,3 +115,11 @@ BENCHMARK_CAPTURE(ViewOfAMillion, UnlitAlone, LightingUnlit, false)->Unit(benchm
 BENCHMARK_CAPTURE(ViewOfAMillion, UnlitWithSlider, LightingUnlit, true)->Unit(benchmark::kMillisecond);
 
 } // namespace
+
+int main(int argumentCount, char* arguments[]) {
+    benchmark::Initialize(&argumentCount, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+    ReleaseKeptDrawings();
+    EndToolkit();
+    return 0;
+}
