@@ -103,6 +103,13 @@ int CompareFloats(float a, float b) {
     return static_cast<int>(std::isnan(a)) - static_cast<int>(std::isnan(b));
 }
 
+std::size_t CountVertices(const Object* object) {
+    std::size_t count = 0;
+    for ([[maybe_unused]] const Vertex* vertex : EveryVertex(object))
+        ++count;
+    return count;
+}
+
 } // namespace
 
 int VertexCompare(const void* a, const void* b) {
@@ -117,7 +124,7 @@ int VertexCompare(const void* a, const void* b) {
 
 void DeleteDuplicateVertices() {
     const Object* object = CurrentObject();
-    const std::size_t count = MakeConnections();
+    const std::size_t count = object->ConnectionsOK ? CountVertices(object) : MakeConnections();
     if (!count)
         return;
     KeeperTable keepers(count);

@@ -38,13 +38,6 @@ const HeightShape* Shape;
 /// So that a lower height than before lets the object shrink again.
 double OldObjectRadius;
 
-void ChangeHeight(double squares) {
-    if (!Shape)
-        return;
-    Shape->Update(squares * OneGridSquare());
-    RedrawModelWindows();
-}
-
 void RenewDerivedData() {
     NormalsOK() = 0;
 }
@@ -113,6 +106,13 @@ void GrowObject() {
 }
 
 } // namespace
+
+void ChangeHeight(double squares) {
+    if (!Shape)
+        return;
+    Shape->Update(squares * OneGridSquare());
+    RedrawModelWindows();
+}
 
 void BeginHeightTool(const HeightShape& shape) {
     HeightTool.ManualPage = shape.ManualPage;

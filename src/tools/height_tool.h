@@ -25,6 +25,9 @@ void BeginHeightTool(const HeightShape& shape);
 /// from now on. It begins with one square of the grid.
 void LetUserSetHeight();
 
+/// The ruler shows another height, squares of the grid: the geometry gets it, and the model views are drawn.
+void ChangeHeight(double squares);
+
 /// For Update: vertices of these polygons have been moved, and their normals are right. While the user drags, derived
 /// data is only made to reach as far as the object now does, and is made anew when the drag ends.
 void PolygonsHaveMoved(const std::vector<Polygon*>& polygons);
