@@ -137,7 +137,7 @@ void ActivateNumber(NumericFields& fields, int number) {
 
 bool TakeNumber(NumericFields& fields, int number) {
     const NumericPanel& panel = *fields.Panel;
-    if (!TextChanged(fields, number))
+    if (!TextChanged(fields, number) && !(panel.TakesUnchanged && TextReturnReal))
         return true;
     double value;
     if (!ReadNumber(fields.Texts[number], value)) {

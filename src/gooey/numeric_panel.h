@@ -26,14 +26,16 @@ struct NumericPanel {
     std::span<const NumberInput> Inputs;
     /// The present value as it is shown.
     const char* (*Text)(int number) = nullptr;
-    /// Takes a value that was typed and differs in its text from the present one. False refuses it: the bell rings, and
-    /// the number stays active.
+    /// Takes a value that was typed and, but for TakesUnchanged, differs in its text from the present one. False
+    /// refuses it: the bell rings, and the number stays active.
     bool (*Apply)(int number, double value) = nullptr;
     /// What was typed is no finite number. Null: the present value is shown again.
     void (*Unreadable)(int number) = nullptr;
     /// Decides about characters; the arrow keys never come here.
     TextFilter Filter = nullptr;
     AfterReturn Return = AfterReturn::Next;
+    /// Whether Return applies a number again that is there already: of numbers that say how far to go on.
+    bool TakesUnchanged = false;
     /// Whether a number that is left by a click or by Tab is taken as well.
     bool TakesWhenLeft = false;
     /// Whether Apply follows every change of a readable text at once.

@@ -1,6 +1,6 @@
 #include "interaction/modes.h"
 
-#include "base/slots.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/selection_sets.h"
 #include "store/storage.h"
 #include "views/hooks.h"
@@ -8,7 +8,6 @@
 #include "views/viewports.h"
 
 int WorkMode;
-ModeSlots TheModeSlots;
 
 void SetVertexMode() {
     if (WorkMode == 0) {
@@ -33,5 +32,5 @@ void ChangeObjectIsolation() {
         return;
     ObjectIsolated = !ObjectIsolated;
     DirtyModelWindows();
-    CallSlot(TheModeSlots.DirtyGrid);
+    DirtyGrid();
 }

@@ -12,11 +12,3 @@ void SetPolygonMode();
 
 /// Toggles object and scene mode, unless a tool runs.
 void ChangeObjectIsolation();
-
-/// What a change of object and scene mode needs of others; skipped when null.
-struct ModeSlots {
-    /// The window that controls the grid shows another grid.
-    void (*DirtyGrid)() = nullptr;
-};
-
-extern ModeSlots TheModeSlots;

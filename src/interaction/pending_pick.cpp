@@ -224,6 +224,7 @@ void ForceVerticesShown() {
 void UnforceVerticesShown() {
     if (--ForcedVertices > 0)
         return;
-    ShowVertices = ShowedVertices;
+    // Who has hidden them meanwhile meant it.
+    ShowVertices = ShowVertices && ShowedVertices;
     DirtyModelWindows();
 }

@@ -91,6 +91,7 @@ void DrawPickedVertices(View* view);
 /// other windows.
 Window* ViewportOfPick(const Window* disabled);
 
-/// Bracket what needs all vertices shown; after the last end ShowVertices is as it was before the first beginning.
+/// Bracket what needs all vertices shown; after the last end ShowVertices is as it was before the first beginning,
+/// unless it was cleared meanwhile.
 void ForceVerticesShown();
 void UnforceVerticesShown();

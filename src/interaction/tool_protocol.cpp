@@ -9,6 +9,7 @@
 #include "gooey/program_windows.h"
 #include "gooey/redraw.h"
 #include "gooey/tool_window.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/input.h"
 #include "interaction/pending_pick.h"
 #include "interaction/view_menus.h"
@@ -20,7 +21,6 @@
 
 int BadStuffDisabled;
 int DirtyOnTextureChange, DirtyOnLightingChange, DirtyOnMaterialChange;
-ToolSlots TheToolSlots;
 
 namespace {
 
@@ -166,7 +166,7 @@ void ClearControl() {
     DirtyOnTextureChange = DirtyOnLightingChange = DirtyOnMaterialChange = 0;
     EnableBadStuff();
     ClearToolBar();
-    CallSlot(TheToolSlots.EnableGridGizmo);
+    EnableGridGizmo();
     UnfreezeSmallWindows();
     DirtyModelWindows();
     // The tool may have read the keys' releases itself.

@@ -85,11 +85,3 @@ extern int BadStuffDisabled;
 
 /// Flags: displays of a running tool that follow the palette; cleared by ClearControl.
 extern int DirtyOnTextureChange, DirtyOnLightingChange, DirtyOnMaterialChange;
-
-/// What the end of a tool needs of others; skipped when null.
-struct ToolSlots {
-    /// The window that controls the grid gets its full size back.
-    void (*EnableGridGizmo)() = nullptr;
-};
-
-extern ToolSlots TheToolSlots;

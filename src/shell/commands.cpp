@@ -8,6 +8,7 @@
 #include "gooey/information_window.h"
 #include "gooey/manual.h"
 #include "gooey/messages.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/input.h"
 #include "interaction/modes.h"
 #include "interaction/query.h"
@@ -287,7 +288,7 @@ const Command Commands[] = {
     {Key('?'), "Manual", InEveryMode, Safe, OpenTheManual},
     {Key('c'), "Scene builder", InEveryMode, Safe, OpenSceneBuilder},
     {Key('e'), "Texture palette", InEveryMode, Safe, NotYet},
-    {Key('g'), "Grid control", InEveryMode, Safe, NotYet},
+    {Key('g'), "Grid control", InEveryMode, Safe, OpenGridGizmo},
     {Key('m'), "Material palette", InEveryMode, Safe, OpenMaterialPalette},
     {337, "User preferences", InEveryMode, Safe, SetPreferences},
 

@@ -5,6 +5,7 @@
 #include "files/writer.h"
 #include "gooey/draw.h"
 #include "gooey/window.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/position_gizmo.h"
 #include "interaction/ruler.h"
 #include "materials/default_materials.h"

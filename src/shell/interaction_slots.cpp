@@ -2,6 +2,8 @@
 
 #include "gooey/event_loop.h"
 #include "interaction/flight.h"
+#include "interaction/grid_gizmo.h"
+#include "interaction/grid_tools.h"
 #include "interaction/input.h"
 #include "interaction/manipulation.h"
 #include "interaction/modes.h"
@@ -33,6 +35,7 @@ namespace {
 /// The main window is going: what runs in it ends, and nothing of it stays behind.
 void EndTools() {
     EndViewPrompt();
+    EndGridTool(nullptr, EscapeCharacter);
     ClearControl();
     FreePolyEnterList();
     FreeSpheres();
@@ -55,6 +58,7 @@ void RegisterOverlays() {
     RegisterOverlay({OverlayBand::Model, RotationAxisOrder, ShowRotationAxis});
     RegisterOverlay({OverlayBand::BeforeModel, 10, DrawNewPolygon});
     RegisterOverlay({OverlayBand::Label, 10, DrawHUD});
+    RegisterOverlay({OverlayBand::Label, 20, FollowGridSize});
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 #include "store/walks.h"
 #include "tools/polygon_clipboard.h"
 #include "tools/vertex_clipboard.h"
+#include "views/grid.h"
 #include "views/status_line.h"
 #include "views/tool_bar.h"
 #include "views/viewports.h"
@@ -246,6 +247,14 @@ Json Clipboard() {
             {"material", nullptr}};
 }
 
+Json Grid() {
+    return {{"visible", GridVisible != 0},
+            {"onTop", GridOnTop != 0},
+            {"snap", GridSnap != 0},
+            {"index", ShownGridIndex()},
+            {"steps", ShownGridSteps()}};
+}
+
 } // namespace
 
 void ReportModel(Json& report) {
@@ -262,6 +271,7 @@ void ReportModel(Json& report) {
     report["views"] = Views();
     report["tool"] = Tool();
     report["gizmo"] = Gizmo();
+    report["grid"] = Grid();
     report["ruler"] = RulerGizmoIsOpen() ? Json({{"value", RulerValue()}}) : Json();
     report["clipboard"] = Clipboard();
 }

@@ -1,7 +1,6 @@
 #include "shell/remembered_places.h"
 
 int StructX, StructY, StructureEditorOpened;
-int GridX, GridY, GridGizmoOpened;
 int DimensionX, DimensionY, DimensionsOpened;
 int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
@@ -10,7 +9,7 @@ int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
 int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
-int GridOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+int ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
 int LodScale;
 int TestVar = 6;

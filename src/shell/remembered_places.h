@@ -5,7 +5,6 @@
 
 /// Places, screen pixels, sizes where the user can change them, and flags: a place is known.
 extern int StructX, StructY, StructureEditorOpened;
-extern int GridX, GridY, GridGizmoOpened;
 extern int DimensionX, DimensionY, DimensionsOpened;
 extern int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
@@ -15,7 +14,7 @@ extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 
 /// Flags: windows to be opened again at the next start.
-extern int GridOpen, ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
+extern int ObjectBrowserOpen, StructureOpen, TextureGizmoOpen;
 
 /// Flag: the structure editor draws distances to scale.
 extern int LodScale;

@@ -1,6 +1,7 @@
 #include "shell/tool_windows.h"
 
 #include "gooey/tool_window.h"
+#include "interaction/grid_gizmo.h"
 #include "palettes/material_palette.h"
 #include "shell/preferences.h"
 #include "structure/scene_builder.h"
@@ -9,7 +10,8 @@
 
 void RegisterToolWindows() {
     static const ToolWindow* const windows[] = {
-        &SceneBuilderWindow, &PreferencesWindow, &MaterialPaletteWindow, &TextGeneratorWindow, &RevolveWindow,
+        &SceneBuilderWindow,  &PreferencesWindow, &MaterialPaletteWindow,
+        &TextGeneratorWindow, &RevolveWindow,     &GridWindow,
     };
     for (const ToolWindow* window : windows)
         RegisterToolWindow(*window);

@@ -10,6 +10,7 @@
 #include "gooey/redraw.h"
 #include "gooey/window.h"
 #include "interaction/bar_gadgets.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/picking.h"
 #include "interaction/selection_sets.h"
 #include "interaction/tool_protocol.h"
@@ -25,7 +26,6 @@
 #include "tools/sphere_meshes.h"
 #include "tools/spheres.h"
 #include "views/display_flags.h"
-#include "views/grid.h"
 #include "views/moves.h"
 #include "views/rendering_state.h"
 #include "views/viewports.h"
@@ -203,7 +203,7 @@ void CreateSphere() {
         return;
     DeselectEverything();
     ShowVertices = 0;
-    GridVisible = 1;
+    ShowGrid(1);
     SolidRadius = 0;
     RadiusWithoutSolid = ObjectRadius();
     SolidMode = 1;

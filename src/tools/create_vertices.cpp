@@ -3,6 +3,7 @@
 #include "gooey/event_loop.h"
 #include "gooey/menu.h"
 #include "interaction/bar_gadgets.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/selection_sets.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_menus.h"
@@ -12,7 +13,6 @@
 #include "store/polygon_editing.h"
 #include "tools/creation_guards.h"
 #include "tools/grid_points.h"
-#include "views/grid.h"
 #include "views/viewports.h"
 
 namespace {
@@ -84,7 +84,7 @@ void CreateVerticesOnGrid() {
         return;
     DeleteAllNewVertices();
     LabelLastNewVertex = 1;
-    GridVisible = 1;
+    ShowGrid(1);
     DeselectEverything();
     BeginTool(CreateVertices);
 }

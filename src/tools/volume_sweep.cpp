@@ -14,6 +14,7 @@
 #include "gooey/tool_window.h"
 #include "gooey/window.h"
 #include "interaction/curve_editing.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/selection_sets.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_menus.h"
@@ -28,7 +29,6 @@
 #include "tools/sweep_drawing.h"
 #include "tools/sweep_options.h"
 #include "views/display_flags.h"
-#include "views/grid.h"
 #include "views/labels.h"
 #include "views/moves.h"
 #include "views/pixel_scope.h"
@@ -331,7 +331,7 @@ void DoVolumeSweep() {
         return;
     DeselectEverything();
     ShowVertices = 0;
-    GridVisible = 1;
+    ShowGrid(1);
     SweepChanged(VolumeSweep);
     BeginTool(SweepTool);
     OpenToolWindow(SweeperWindow);

@@ -20,7 +20,7 @@
 
 int GridVisible = 1, GridOnTop, GridSnap;
 int AligningToVertices;
-int GridGizmoIsOpen;
+Window* GridGizmo;
 int HidingVertices;
 
 namespace {
@@ -149,7 +149,7 @@ void DrawGrid(View* view, int steps, int index) {
                 LinesAt(-i * square, extent);
             }
     }
-    CentreLines(view->Perspective && GridGizmoIsOpen ? Yellow : White, extent);
+    CentreLines(view->Perspective && GridGizmo ? Yellow : White, extent);
     gl::popmatrix();
 }
 

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+struct Window;
+
 // The grid of a view: a square lattice in the plane z = 0 of the view's GridMatrix.
 
 inline constexpr int GridSquareCount = 24;
@@ -12,8 +14,9 @@ inline constexpr int GridSquareCount = 24;
 extern int GridVisible, GridOnTop, GridSnap;
 /// Flag: a three-vertex alignment is in progress; the 3D view then has no grid.
 extern int AligningToVertices;
-/// Flag: the window that controls the grid is open, and the 3D view shows the axis of its rotation.
-extern int GridGizmoIsOpen;
+/// The window that controls the grid; null while closed. While it is open, the 3D view shows the axis about which the
+/// grid can be tilted.
+extern Window* GridGizmo;
 /// Flag: vertices behind the grid are hidden while a tool runs, and the grid shows its outline only.
 extern int HidingVertices;
 

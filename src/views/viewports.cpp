@@ -197,6 +197,13 @@ View* ViewOfViewport(int number) {
     return ObjectIsolated ? &ObjectView(number) : &SceneView[number];
 }
 
+View* FindThreeDeeView(int& number) {
+    for (number = 0; number < NoViewports; ++number)
+        if (View* view = ViewOfViewport(number); view->Perspective)
+            return view;
+    return nullptr;
+}
+
 int ViewportNumber(const Window* window) {
     for (int number = 0; number < ViewportLimit; ++number)
         if (window && Viewport[number] == window)
@@ -261,6 +268,12 @@ void DirtyModelWindows() {
     DirtyWindow(MainWindow);
     DirtyWindow(WorkAreaWindow);
     DirtyWindow(WorkAreaGizmo);
+}
+
+void DirtyThreeDeeWindows() {
+    for (int number = 0; number < NoViewports; ++number)
+        if (ViewOfViewport(number)->Perspective)
+            DirtyWindow(Viewport[number]);
 }
 
 void RedrawModelWindows() {

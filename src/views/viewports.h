@@ -47,6 +47,8 @@ void ChangeNoViewports();
 
 /// The view shown in viewport 0 to 2: the scene's or the current object's.
 View* ViewOfViewport(int number);
+/// The 3D view of the first viewport that has one, and the viewport's number; null when all are 2D.
+View* FindThreeDeeView(int& number);
 /// The number of the viewport that a window is; -1 for other windows.
 int ViewportNumber(const Window* window);
 
@@ -59,6 +61,8 @@ void ValidateView(int number);
 
 /// All viewports, the main window and the work area's windows at the end of this pass.
 void DirtyModelWindows();
+/// Only the viewports that show a 3D view.
+void DirtyThreeDeeWindows();
 /// At once, during a drag; with FastUpdates the current window only.
 void RedrawModelWindows();
 /// At once, during a drag in another window; with FastUpdates the large viewport only, the others at the end of this

@@ -1,5 +1,6 @@
 #include "views/views_test.h"
 
+#include "gooey/window.h"
 #include "platform/drawing.h"
 #include "platform/state.h"
 #include "store/accessors.h"
@@ -135,7 +136,7 @@ TEST_F(Grid, IsDrawnWithBrightLinesAtRoundLengths) {
     EXPECT_EQ(drawnLines(4, 8, 5, 0.1), "WgWgWg.");
     EXPECT_EQ(drawnLines(4, 9, 0, 0.1), "Wg");
     // The window that controls the grid marks the axis of 3D views only.
-    GridGizmoIsOpen = 1;
+    GridGizmo = CurrentWindow;
     EXPECT_EQ(drawnLines(4, 9, 2, 0.1), "Wgg.");
     HidingVertices = 1;
     EXPECT_EQ(drawnLines(4, 9, 2, 0.1), "W.g.");
@@ -158,7 +159,7 @@ TEST_F(Grid, Of3dViewsShowsItsAxisAndHidesForAlignment) {
         return count;
     };
     EXPECT_EQ(yellowPixels(), 0);
-    GridGizmoIsOpen = 1;
+    GridGizmo = CurrentWindow;
     EXPECT_GT(yellowPixels(), 20);
     AligningToVertices = 1;
     EXPECT_EQ(yellowPixels(), 0);

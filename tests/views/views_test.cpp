@@ -48,7 +48,8 @@ void StartAnew() {
     TheViewportSlots = {};
     WorkAreaGizmo = WorkAreaWindow = nullptr;
     GridVisible = 1;
-    GridOnTop = GridSnap = AligningToVertices = GridGizmoIsOpen = HidingVertices = 0;
+    GridOnTop = GridSnap = AligningToVertices = HidingVertices = 0;
+    GridGizmo = nullptr;
     SingleWhenStill = MoveWire = 0;
     FastUpdates = SolidView = TextureOn = WindowLabels = 1;
     Moving = DontDirtyAfterMove = 0;
