@@ -4,10 +4,12 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -15,6 +17,8 @@ namespace fs = std::filesystem;
 
 /// Hidden names must fit a directory entry whatever the length of the file's own name.
 constexpr std::size_t LongestPartOfName = 200;
+
+constexpr char HiddenEnding[] = ".saving";
 
 /// The file that a name stands for in the end, whether it exists or not.
 fs::path FollowLinks(fs::path name) {
@@ -32,7 +36,7 @@ fs::path DirectoryOf(const fs::path& name) {
 }
 
 std::string HiddenNameOf(const fs::path& place, const std::string& distinction) {
-    const std::string name = "." + place.filename().string().substr(0, LongestPartOfName) + distinction + ".saving";
+    const std::string name = "." + place.filename().string().substr(0, LongestPartOfName) + distinction + HiddenEnding;
     return DirectoryOf(place) / name;
 }
 
@@ -66,10 +70,10 @@ bool IsLeftOver(const char* name) {
     return free;
 }
 
-int CreateLocked(const char* name) {
+int CreateLocked(const char* name, mode_t mode) {
     if (IsLeftOver(name))
         unlink(name);
-    const int descriptor = open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const int descriptor = open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor >= 0)
         flock(descriptor, LOCK_EX | LOCK_NB);
     return descriptor;
@@ -125,7 +129,7 @@ int CreateTemporary(std::string& name) {
 
 } // namespace
 
-FileReplacement::FileReplacement(const char* name) : Place(FollowLinks(name)) {
+FileReplacement::FileReplacement(const char* name, const char* permissionsOf) : Place(FollowLinks(name)) {
     struct stat status;
     const bool exists = stat(Place.c_str(), &status) == 0;
     if (exists && !S_ISREG(status.st_mode)) {
@@ -137,8 +141,10 @@ FileReplacement::FileReplacement(const char* name) : Place(FollowLinks(name)) {
     OldVersion = exists;
     if (exists && access(Place.c_str(), W_OK) != 0)
         return;
-    if (OpenBeside()) {
-        if (exists && !TakeOverPermissions())
+    const bool own = permissionsOf == name;
+    // Nobody may open it before it has its permissions: what is read through it later would not ask again.
+    if (OpenBeside(own && !exists ? 0666 : 0600)) {
+        if (own ? exists && !TakeOverPermissions() : !TakePermissionsOf(permissionsOf))
             Fail();
         return;
     }
@@ -149,15 +155,17 @@ FileReplacement::FileReplacement(const char* name) : Place(FollowLinks(name)) {
 
 FileReplacement::~FileReplacement() {
     Fail();
+    if (Held >= 0)
+        close(Held);
 }
 
-bool FileReplacement::OpenBeside() {
+bool FileReplacement::OpenBeside(unsigned mode) {
     Hidden = HiddenNameOf(Place, "");
-    int descriptor = CreateLocked(Hidden.c_str());
+    int descriptor = CreateLocked(Hidden.c_str(), mode);
     if (descriptor < 0 && errno == EEXIST) {
         // Another program is saving the same file.
         Hidden = HiddenNameOf(Place, "." + std::to_string(getpid()));
-        descriptor = CreateLocked(Hidden.c_str());
+        descriptor = CreateLocked(Hidden.c_str(), mode);
     }
     if (descriptor >= 0)
         File = fdopen(descriptor, "w");
@@ -201,10 +209,23 @@ bool FileReplacement::TakeOverPermissions() const {
     return fchmod(fileno(File), status.st_mode & 07777 & ~(sameOwner ? 0U : rightsOfOwner)) == 0;
 }
 
+bool FileReplacement::TakePermissionsOf(const char* name) const {
+    struct stat status;
+    if (stat(name, &status) != 0)
+        return true;
+    constexpr auto unchanged = static_cast<uid_t>(-1);
+    const bool sameGroup = fchown(fileno(File), unchanged, status.st_gid) == 0;
+    const mode_t others = status.st_mode & (sameGroup ? S_IRWXG | S_IRWXO : S_IRWXO);
+    return fchmod(fileno(File), S_IRUSR | S_IWUSR | others) == 0;
+}
+
 int FileReplacement::Finish() {
     const bool written = std::fflush(File) == 0 && !std::ferror(File) && (Hidden.empty() || fsync(fileno(File)) == 0);
     if (!written)
         return Fail();
+    // The lock goes on for as long as any descriptor of the file is open.
+    if (!Hidden.empty())
+        Held = fcntl(fileno(File), F_DUPFD_CLOEXEC, 0);
     return std::fclose(std::exchange(File, nullptr)) == 0 || Fail();
 }
 
@@ -278,4 +299,43 @@ void RemoveUnfinishedReplacement(const char* name) {
     const std::string hidden = HiddenNameOf(FollowLinks(name), "");
     if (IsLeftOver(hidden.c_str()))
         unlink(hidden.c_str());
+}
+
+namespace {
+
+/// Whether a name is that of a new version, or the second name of an old one, of a file with that ending.
+bool IsHiddenNameOf(std::string_view name, std::string_view ending, bool& ofOldVersion) {
+    const std::size_t end = name.rfind(HiddenEnding);
+    if (!name.starts_with('.') || end == std::string_view::npos)
+        return false;
+    const std::string_view suffix = name.substr(end + std::string_view(HiddenEnding).size());
+    ofOldVersion = !suffix.empty();
+    if (ofOldVersion && !suffix.ends_with(".bak"))
+        return false;
+    std::string_view file = name.substr(1, end - 1);
+    // The number of the program that made it, if there were two.
+    const std::size_t point = file.rfind('.');
+    if (point != std::string_view::npos && point + 1 < file.size() &&
+        file.find_first_not_of("0123456789", point + 1) == std::string_view::npos)
+        file = file.substr(0, point);
+    return file.ends_with(ending);
+}
+
+} // namespace
+
+void RemoveUnfinishedReplacements(const std::string& directory, const std::string& ending) {
+    std::error_code error;
+    std::vector<std::string> stale;
+    for (fs::directory_iterator entry(directory, error), end; !error && entry != end; entry.increment(error)) {
+        bool ofOldVersion = false;
+        struct stat status;
+        if (!IsHiddenNameOf(entry->path().filename().string(), ending, ofOldVersion) ||
+            lstat(entry->path().c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_uid != geteuid())
+            continue;
+        // The last name of an old version would be all that is left of it.
+        if (ofOldVersion ? status.st_nlink > 1 : IsLeftOver(entry->path().c_str()))
+            stale.push_back(entry->path());
+    }
+    for (const std::string& name : stale)
+        unlink(name.c_str());
 }

@@ -13,7 +13,11 @@
 class FileReplacement {
   public:
     /// Stream() is null when nothing can be written there, or the old version may not be written; errno then says why.
-    explicit FileReplacement(const char* name);
+    explicit FileReplacement(const char* name) : FileReplacement(name, name) {}
+
+    /// With the permissions of another file: its group's only where they can be given to that group. When there is no
+    /// such file only the owner may read it. The owner may always write it.
+    FileReplacement(const char* name, const char* permissionsOf);
     /// Without Commit or PutInPlace nothing has happened.
     ~FileReplacement();
 
@@ -41,18 +45,24 @@ class FileReplacement {
 
   private:
     bool Fail();
-    bool OpenBeside();
+    bool OpenBeside(unsigned mode);
     bool OpenElsewhere();
     bool WriteOver();
     bool TakeOverPermissions() const;
+    bool TakePermissionsOf(const char* name) const;
 
     std::string Place;  // links followed
     std::string Hidden; // the new version's name; empty when writing in place
     std::string Moved;  // where the old version is while it cannot be in both places
     std::FILE* File = nullptr;
+    int Held = -1;      // keeps the new version locked until it is in its place
     int Elsewhere = -1; // a file without a name that holds the new version
     bool OldVersion = false;
 };
 
 /// Removes what a kill has left of a replacement of the file of that name.
 void RemoveUnfinishedReplacement(const char* name);
+
+/// Removes what kills have left of replacements of files with that ending in a directory: hidden files of the
+/// program's own making, of this user, that no program has open for writing.
+void RemoveUnfinishedReplacements(const std::string& directory, const std::string& ending);

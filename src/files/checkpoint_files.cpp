@@ -197,7 +197,7 @@ bool ReadInformation(const std::string& name, Information& information) {
 }
 
 bool WriteInformation(const std::string& name, const Information& information) {
-    FileReplacement file(name.c_str());
+    FileReplacement file(name.c_str(), "");
     return file.Stream() && std::fputs(TextOf(information).c_str(), file.Stream()) >= 0 && file.Commit();
 }
 
@@ -249,7 +249,7 @@ int ReadCheckpointOrigin(CheckpointOrigin& origin) {
 }
 
 int WriteCheckpoint(const CheckpointOrigin& origin) {
-    FileReplacement checkpoint(CheckpointName().c_str());
+    FileReplacement checkpoint(CheckpointName().c_str(), (origin.Path + "/" + origin.Name).c_str());
     struct stat status;
     if (!checkpoint.Stream() || !WriteKirvoInto(checkpoint.Stream()) ||
         fstat(fileno(checkpoint.Stream()), &status) != 0 || !checkpoint.Finish())

@@ -36,7 +36,8 @@ int CheckpointExists();
 /// What the information file says about the checkpoint. 0 when there is none.
 int ReadCheckpointOrigin(CheckpointOrigin& origin);
 
-/// Makes a checkpoint of the main file of the store in place of the older one, which stays when that fails: 0.
+/// Makes a checkpoint of the main file of the store in place of the older one, which stays when that fails: 0, with
+/// errno set. Whoever may read the model's file may read it; without one only its owner.
 int WriteCheckpoint(const CheckpointOrigin& origin);
 
 /// Deletes checkpoint and information.

@@ -22,6 +22,7 @@
 #include "store/accessors.h"
 #include "store/storage.h"
 #include "views/hooks.h"
+#include "views/status_line.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -68,6 +69,14 @@ CheckpointOrigin Origin() {
     return origin;
 }
 
+/// Says once that checkpoints cannot be written, and again when they could meanwhile.
+void NoteProblem(int problem) {
+    static bool told = false;
+    if (problem && !told)
+        ShowStatusNote(std::string("No checkpoint could be written: ") + std::strerror(problem));
+    told = problem != 0;
+}
+
 bool IsDue() {
     return MakeCheckpointFiles && MainWindow && !Quitting &&
            ClockTicks() > LastCheckpoint + CheckpointTime * TicksPerMinute && !SystemBusy();
@@ -95,9 +104,10 @@ void MakeCheckpoint() {
         OpenNotice();
         Window* notice = CurrentWindow;
         KeepUnreadWork();
-        WriteCheckpoint(Origin());
+        const int problem = WriteCheckpoint(Origin()) ? 0 : errno;
         CloseWindow(notice);
         EnableWindow(MainWindow);
+        NoteProblem(problem);
     }
     ResetCheckpoint();
 }

@@ -4,6 +4,7 @@
 #include "base/directories.h"
 #include "base/exit.h"
 #include "base/file_names.h"
+#include "base/file_replacement.h"
 #include "base/slots.h"
 #include "files/checkpoints.h"
 #include "files/file_errors.h"
@@ -171,6 +172,7 @@ void BeginMerge() {
 }
 
 void OpenFile(const std::string& path) {
+    RemoveUnfinishedReplacements(FilePath, KirvoExtension);
     LoadModelFile(path.c_str());
     DirtyAllWindows();
     ResetCheckpoint();

@@ -1,6 +1,7 @@
 #include "files/upgrade.h"
 
 #include "base/directories.h"
+#include "base/file_replacement.h"
 #include "base/memory.h"
 #include "files/writer.h"
 #include "store/storage.h"
@@ -10,7 +11,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <unistd.h>
 
 namespace {
 
@@ -37,26 +37,12 @@ bool NameImagesInFull() {
     return true;
 }
 
-// The file is made under another name, beside the target, so that no failure leaves half a file in its place.
-std::string WriteThenRename(const fs::path& target) {
-    const fs::path unfinished = target.string() + ".unfinished";
-    std::error_code error;
-    const bool replaces = fs::exists(target, error);
-    const fs::perms permissions = fs::status(target, error).permissions();
-    errno = 0;
-    if (!WriteKirvo(unfinished.c_str())) {
-        const std::string reason = errno ? std::strerror(errno) : "it cannot be written";
-        fs::remove(unfinished, error);
-        return reason;
-    }
-    if (replaces)
-        fs::permissions(unfinished, permissions, error);
-    fs::rename(unfinished, target, error);
-    if (!error)
+std::string Write(const fs::path& target) {
+    FileReplacement file(target.c_str());
+    errno = file.Stream() ? 0 : errno;
+    if (file.Stream() && WriteKirvoInto(file.Stream()) && file.Commit())
         return "";
-    const std::string reason = error.message();
-    fs::remove(unfinished, error);
-    return reason;
+    return errno ? std::strerror(errno) : "it cannot be written";
 }
 
 } // namespace
@@ -74,6 +60,5 @@ std::string UpgradeModel(const LoadReport& report, const std::string& target, Up
         return "it is not an ordinary file";
     if (!NameImagesInFull() || !CopyFileName(FilePath, full.parent_path().c_str()))
         return std::strerror(ENAMETOOLONG);
-    // Of a link to a model the model is replaced, not the link.
-    return WriteThenRename(fs::is_symlink(full, error) ? fs::weakly_canonical(full, error) : full);
+    return Write(full);
 }

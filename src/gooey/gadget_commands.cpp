@@ -2,6 +2,7 @@
 
 #include "gooey/report.h"
 #include "gooey/window.h"
+#include "gooey/window_stack.h"
 
 #include "platform/events.h"
 #include "platform/scripts.h"
@@ -162,13 +163,23 @@ ScriptResult DragSlider(ScriptCall& call) {
     return ScriptResult::Done;
 }
 
+/// Whether a press in the addressed window comes to nothing: it is disabled, or another one lies over the place.
+bool TakesNoPress(const ScriptCall& call) {
+    const Window* window = AddressedWindow(call);
+    return !window || window->Disabled || window != CurrentWindow;
+}
+
 /// Moves to the entry that is next in turn, Words[first + Stage - 1], in the menu that the earlier steps opened.
 ScriptResult FollowMenu(ScriptCall& call, std::size_t first, int button) {
     std::size_t entry = first + static_cast<std::size_t>(call.Stage) - 1;
     if (entry < call.Words.size()) {
         std::vector<MenuItemPlace> items;
-        if (!ListMenuItems || !ListMenuItems(items))
-            return Fail(call, "no menu opened");
+        if (!ListMenuItems || !ListMenuItems(items)) {
+            if (!TakesNoPress(call))
+                return Fail(call, "no menu opened");
+            call.Release(button);
+            return ScriptResult::Done;
+        }
         auto item = std::find_if(items.begin(), items.end(), [&](const MenuItemPlace& place) {
             return place.Level == call.Stage - 1 && SameLabel(place.Label, call.Words[entry]);
         });

@@ -14,6 +14,7 @@
 using Json = nlohmann::ordered_json;
 
 void (*AddToReport)(Json&) = nullptr;
+ReportText (*AddTreeToReport)() = nullptr;
 
 namespace {
 
@@ -105,7 +106,13 @@ std::string Report() {
         windows.push_back(ReportOf(window));
     if (AddToReport)
         AddToReport(report);
-    return report.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+    std::string text = report.dump(1, ' ', false, Json::error_handler_t::replace);
+    if (AddTreeToReport) {
+        const auto [name, tree] = AddTreeToReport();
+        constexpr std::size_t end = 2; // the brace in a line of its own
+        text.replace(text.size() - end, end, std::string(",\n \"") + name + "\": " + tree + "\n}");
+    }
+    return text + "\n";
 }
 
 int WriteReport(const char* file) {

@@ -29,6 +29,15 @@ std::vector<GadgetItem> ItemsOf(Window* window);
 /// events. Null: there are none. Set at start-up.
 extern void (*AddToReport)(nlohmann::ordered_json& report);
 
+/// A member that is JSON text already: a tree of any depth, which records in memory would not hold. Added behind the
+/// others. Null: there is none. Set at start-up.
+struct ReportText {
+    const char* Name;
+    std::string Text;
+};
+
+extern ReportText (*AddTreeToReport)();
+
 /// The report: one JSON object, ending in a newline. Bytes of texts that are not UTF-8 become U+FFFD.
 std::string Report();
 

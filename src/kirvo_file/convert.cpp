@@ -1,6 +1,7 @@
 #include "kirvo_file/convert.h"
 
 #include "base/directories.h"
+#include "base/file_replacement.h"
 #include "base/trusted_places.h"
 #include "files/converter_processes.h"
 #include "files/converters.h"
@@ -9,6 +10,7 @@
 #include "files/writer.h"
 #include "store/storage.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -81,19 +83,24 @@ std::string BringUpToDate(fs::path& model, ConverterFolder& folder) {
     return WriteKirvo(model.c_str()) ? "" : "it cannot be brought up to date";
 }
 
+// Puts a finished file into its place, on whatever disk that is.
+std::string PutInPlace(const fs::path& finished, const fs::path& to) {
+    FileReplacement file(to.c_str());
+    errno = file.Stream() ? 0 : errno;
+    std::ifstream from(finished, std::ios::binary);
+    char block[64 * 1024];
+    while (file.Stream() && from.read(block, sizeof block).gcount() > 0)
+        std::fwrite(block, 1, static_cast<std::size_t>(from.gcount()), file.Stream());
+    if (file.Stream() && !from.bad() && from.eof() && file.Commit())
+        return "";
+    return errno ? std::strerror(errno) : "it cannot be written";
+}
+
 std::string Import(const Converter& converter, const fs::path& from, const fs::path& to, const fs::path& directory,
                    ConverterFolder& folder) {
-    // Nothing unfinished takes the place of an older file.
-    const fs::path unfinished = to.parent_path() / ("." + to.filename().string() + ".unfinished");
-    std::string problem = ConvertFile(converter.Program, from, unfinished, directory, folder);
-    std::error_code error;
-    if (problem.empty())
-        fs::rename(unfinished, to, error);
-    if (error)
-        problem = error.message();
-    if (!problem.empty())
-        fs::remove(unfinished, error);
-    return problem;
+    const fs::path made = folder.NewImportFile();
+    const std::string problem = ConvertFile(converter.Program, from, made, directory, folder);
+    return problem.empty() ? PutInPlace(made, to) : problem;
 }
 
 std::string Export(const Converter& converter, fs::path from, const fs::path& to, const fs::path& directory,

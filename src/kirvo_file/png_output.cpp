@@ -1,5 +1,7 @@
 #include "kirvo_file/png_output.h"
 
+#include "base/file_replacement.h"
+
 #include <cerrno>
 #include <cstring>
 #include <png.h>
@@ -14,8 +16,9 @@ std::string WritePng(const std::string& path, const std::uint8_t* pixels, int wi
     image.format = formats[channels - 1];
     // Rows from the bottom are a negative stride.
     const png_int_32 stride = (width * channels + 3) / 4 * 4;
-    errno = 0;
-    if (png_image_write_to_file(&image, path.c_str(), 0, pixels, -stride, nullptr))
+    FileReplacement file(path.c_str());
+    errno = file.Stream() ? 0 : errno;
+    if (file.Stream() && png_image_write_to_stdio(&image, file.Stream(), 0, pixels, -stride, nullptr) && file.Commit())
         return "";
     const int reason = errno;
     const std::string message = reason ? std::strerror(reason) : image.message;

@@ -2,7 +2,6 @@
 
 #include "base/directories.h"
 #include "gooey/program_windows.h"
-#include "gooey/report.h"
 #include "interaction/modes.h"
 #include "interaction/position_gizmo.h"
 #include "interaction/position_state.h"
@@ -24,6 +23,8 @@
 
 #include <cstring>
 #include <map>
+#include <string>
+#include <vector>
 
 using Json = nlohmann::ordered_json;
 
@@ -147,17 +148,14 @@ Json ReportOf(Object* object, const Object* current) {
             {"lods", LodsOf(object)}};
 }
 
-Json ReportOf(const Branch* branch) {
-    Json children = Json::array();
-    for (const Branch* child : Along<&Branch::Next>(branch->FirstChild))
-        children.push_back(ReportOf(child));
-    return {{"name", Text(branch->Name)},
-            {"object", NameOf(branch->Object)},
-            {"visible", branch->Visible != 0},
-            {"selected", branch->Selected != 0},
-            {"collapsed", branch->Collapsed != 0},
-            {"transform", Numbers(branch->Transform)},
-            {"children", children}};
+/// A branch up to its children.
+std::string StartOf(const Branch* branch) {
+    const Json report = {{"name", Text(branch->Name)},          {"object", NameOf(branch->Object)},
+                         {"visible", branch->Visible != 0},     {"selected", branch->Selected != 0},
+                         {"collapsed", branch->Collapsed != 0}, {"transform", Numbers(branch->Transform)}};
+    std::string text = report.dump(-1, ' ', false, Json::error_handler_t::replace);
+    text.pop_back();
+    return text + ", \"children\": [";
 }
 
 Json ReportOf(const View& view, int viewport) {
@@ -267,11 +265,28 @@ void ReportModel(Json& report) {
     report["objects"] = Objects();
     report["materials"] = Materials();
     report["textures"] = Textures();
-    report["scene"] = ReportOf(Scene());
     report["views"] = Views();
     report["tool"] = Tool();
     report["gizmo"] = Gizmo();
     report["grid"] = Grid();
     report["ruler"] = RulerGizmoIsOpen() ? Json({{"value", RulerValue()}}) : Json();
     report["clipboard"] = Clipboard();
+}
+
+ReportText ReportScene() {
+    // Not a recursion, and no indentation: the tree may be as deep as memory is large.
+    std::string text = StartOf(Scene());
+    std::vector<const Branch*> enclosing;
+    for (const Branch* branch = Scene()->FirstChild; branch || !enclosing.empty();) {
+        if (branch) {
+            text += (branch->Prev ? ",\n " : "\n ") + StartOf(branch);
+            enclosing.push_back(branch);
+            branch = branch->FirstChild;
+        } else {
+            text += "]}";
+            branch = enclosing.back()->Next;
+            enclosing.pop_back();
+        }
+    }
+    return {"scene", text + "]}"};
 }

@@ -8,6 +8,8 @@
 #include "base/debug.h"
 #include "base/directories.h"
 #include "base/exit.h"
+#include "base/file_names.h"
+#include "base/file_replacement.h"
 #include "base/memory.h"
 #include "files/checkpoints.h"
 #include "files/conversions.h"
@@ -58,6 +60,7 @@ void OpenScreen() {
     InstallGadgetCommands();
     gl::ScriptPosition = FindModelPosition;
     AddToReport = ReportModel;
+    AddTreeToReport = ReportScene;
     OpenMainWindow();
     QuitFunction = ProgramQuit;
     WindowChange = ChangeWindow;
@@ -77,6 +80,7 @@ void StartNewModel() {
 // is none. A file that cannot be read leaves a new model and is not told about.
 void TakeFirstModel(int argumentCount, char* const arguments[]) {
     if (LoadCheckpoint()) {
+        RemoveUnfinishedReplacements(FilePath, KirvoExtension);
         ChangeWindowTitle();
         return;
     }

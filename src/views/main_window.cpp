@@ -312,6 +312,7 @@ void UpdateWindowTitle() {
 }
 
 void UpdateStatusLine() {
+    ForgetOldStatusNote();
     const int number = ViewportNumber(CurrentWindow);
     if (number < 0 || number >= NoViewports)
         return;

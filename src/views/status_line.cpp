@@ -35,6 +35,10 @@ bool FocusIn3D = true;
 // What the main window's line was last drawn with.
 std::string Shown;
 
+constexpr long NoteTicks = 800;
+std::string Note;
+long NoteEnds;
+
 std::string TextOf(const std::int16_t* list) {
     std::string text;
     for (; list && *list; ++list)
@@ -75,7 +79,7 @@ void DrawStatusList(const std::int16_t* list) {
 
 void DrawStatusLine() {
     const std::int16_t* list = StatusList ? StatusList : FocusIn3D ? Hints3D : Hints2D;
-    Shown = !HintsWanted ? "" : GridStatus ? GridStatus : TextOf(list);
+    Shown = !Note.empty() ? Note : !HintsWanted ? "" : GridStatus ? GridStatus : TextOf(list);
     DrawStatus(Shown.c_str(), nullptr);
 }
 
@@ -100,6 +104,19 @@ void BusyStatus() {
     if (!inWorkArea)
         Shown = BusyText();
     DirtyWindow(window);
+}
+
+void ShowStatusNote(const std::string& text) {
+    Note = text;
+    NoteEnds = ClockTicks() + NoteTicks;
+    RefreshStatusLine();
+}
+
+void ForgetOldStatusNote() {
+    if (Note.empty() || ClockTicks() < NoteEnds)
+        return;
+    Note.clear();
+    RefreshStatusLine();
 }
 
 void NoteFocusedView(int perspective) {

@@ -26,6 +26,11 @@ void RefreshStatusLine();
 /// window; the usual line returns with the next redraw.
 void BusyStatus();
 
+/// Shows a line in place of all that for some seconds: something that the user should know and need not answer. The
+/// main loop takes it away through ForgetOldStatusNote.
+void ShowStatusNote(const std::string& text);
+void ForgetOldStatusNote();
+
 /// Notes whether the view that has the input is the 3D view, and shows its hints if that has changed.
 void NoteFocusedView(int perspective);
 /// Notes that the input went to a window; hints are shown only for the main window and the viewports.

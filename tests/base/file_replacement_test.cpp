@@ -191,4 +191,61 @@ TEST_F(FileReplacing, ABackupThatCannotBeMadeChangesNothing) {
     EXPECT_EQ(ContentsOf(Path("a.2.bak")), "old");
 }
 
+mode_t ModeOf(const std::string& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+}
+
+TEST_F(FileReplacing, PermissionsOfAnotherFileAreTakenOver) {
+    std::ofstream(Path("copy")) << "everybody's";
+    for (const mode_t mode : {0600, 0640, 0444}) {
+        std::ofstream(Path("a")) << "a";
+        ASSERT_EQ(chmod(Path("a").c_str(), mode), 0);
+        FileReplacement file(Path("copy").c_str(), Path("a").c_str());
+        EXPECT_EQ(ModeOf(Path(".copy.saving")), mode | 0600);
+        Put(file, "new");
+        ASSERT_TRUE(file.Commit());
+        EXPECT_EQ(ModeOf(Path("copy")), mode | 0600);
+        fs::remove(Path("a"));
+    }
+    FileReplacement file(Path("copy").c_str(), Path("a").c_str());
+    EXPECT_EQ(ModeOf(Path(".copy.saving")), 0600U);
+}
+
+TEST_F(FileReplacing, AVersionIsKeptUnderANameThatNoFileHas) {
+    std::ofstream(Path("a")) << "foreign";
+    std::ofstream(Path("taken")) << "taken";
+    FileReplacement file(Path("a").c_str());
+    Put(file, "new");
+    ASSERT_TRUE(file.Finish());
+    EXPECT_FALSE(file.KeepOldVersionAs(Path("taken")));
+    EXPECT_EQ(errno, EEXIST);
+    ASSERT_TRUE(file.KeepOldVersionAs(Path("free")));
+    ASSERT_TRUE(file.PutInPlace());
+    EXPECT_EQ(ContentsOf(Path("taken")) + ContentsOf(Path("free")) + ContentsOf(Path("a")), "takenforeignnew");
+}
+
+TEST_F(FileReplacing, WhatKillsHaveLeftIsRemoved) {
+    const char* const stale[] = {".a.kirvo.saving", ".b c.kirvo.123.saving"};
+    const char* const others[] = {".a.other.saving", ".a.kirvo.saving.txt", ".a.kirvo.x.saving", "a.kirvo.saving",
+                                  ".kept.kirvo.saving.bak"};
+    for (const char* name : stale)
+        std::ofstream(Path(name)) << "half";
+    for (const char* name : others)
+        std::ofstream(Path(name)) << "not the program's, or all that is left";
+    std::ofstream(Path("d.kirvo")) << "old";
+    fs::create_hard_link(Path("d.kirvo"), Path(".d.kirvo.saving.bak"));
+    fs::create_symlink("d.kirvo", Path(".link.kirvo.saving"));
+    // One that is being written, also when all of it is on the disk.
+    FileReplacement file(Path("e.kirvo").c_str());
+    Put(file, "new");
+    ASSERT_TRUE(file.Finish());
+    RemoveUnfinishedReplacements(place.Path(), ".kirvo");
+    std::vector<std::string> left = {".e.kirvo.saving", ".link.kirvo.saving", "d.kirvo"};
+    left.insert(left.end(), std::begin(others), std::end(others));
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(Names(), left);
+    EXPECT_TRUE(file.PutInPlace());
+}
+
 } // namespace

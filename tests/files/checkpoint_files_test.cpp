@@ -164,4 +164,19 @@ TEST_F(CheckpointFiles, AreKeptUnderNamesOfTheirOwn) {
     }
 }
 
+TEST_F(CheckpointFiles, WhoMayNotReadTheModelMayNotReadThem) {
+    ASSERT_TRUE(TakeCheckpointFiles());
+    const auto mode = [&](const char* name) { return static_cast<unsigned>(fs::status(Path(name)).permissions()); };
+    for (const unsigned model : {0U, 0600U, 0644U}) {
+        fs::remove(Path("house"));
+        if (model) {
+            Write("house", "");
+            fs::permissions(Path("house"), static_cast<fs::perms>(model));
+        }
+        ASSERT_TRUE(WriteCheckpoint({home.Path(), "house"}));
+        EXPECT_EQ(mode(Checkpoint), model ? model : 0600U);
+        EXPECT_EQ(mode(Information), 0600U);
+    }
+}
+
 } // namespace

@@ -2,6 +2,8 @@
 #include "support/run_program.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <png.h>
 
@@ -109,6 +111,29 @@ TEST_F(KirvoFile, APictureKeepsItsPixels) {
     std::vector<std::uint8_t> pixels(expected.size());
     ASSERT_TRUE(png_image_finish_read(&png, nullptr, pixels.data(), 0, nullptr));
     EXPECT_EQ(std::vector<int>(pixels.begin(), pixels.end()), expected);
+}
+
+TEST_F(KirvoFile, WhatItWritesReplacesInOneStepAndFollowsNoPlantedLinks) {
+    directory.WriteImage("stone");
+    directory.Write("good.kirvo", MadeModel("./stone"));
+    directory.Write("victim", "untouched");
+    for (const char* planted : {"new.kirvo.unfinished", ".new.kirvo.saving", ".stone.png.saving"})
+        std::filesystem::create_symlink("victim", directory.Path(planted));
+    const std::vector<std::string> commands[] = {{"upgrade", "good.kirvo", "new.kirvo"},
+                                                 {"image", "stone", "stone.png"}};
+    for (const std::vector<std::string>& command : commands) {
+        const std::string target = directory.Path(command[2]);
+        directory.Write(command[2], "old");
+        std::filesystem::permissions(target, std::filesystem::perms{0640});
+        EXPECT_EQ(Run(command).Status, 0);
+        EXPECT_NE(directory.Read(command[2]), "old");
+        EXPECT_EQ(std::filesystem::status(target).permissions(), std::filesystem::perms{0640});
+        EXPECT_EQ(directory.Read("victim"), "untouched");
+        // A failure leaves what is there.
+        const std::string before = directory.Read(command[2]);
+        EXPECT_EQ(Run({command[0], "victim", command[2]}).Status, 1);
+        EXPECT_EQ(directory.Read(command[2]), before);
+    }
 }
 
 } // namespace

@@ -304,6 +304,36 @@ TEST_F(Files, ACheckpointKnowsWhichFileItBeganWith) {
     }
 }
 
+TEST_F(Files, ACheckpointThatCannotBeWrittenIsToldOnce) {
+    Write("a house.kirvo", Model());
+    Write(".kirvorc", EveryMinute);
+    Write(".kirvo_checkpoint_info.next/full", "");
+    ExpectGoodEnd(program.Play("wait 6100\nreport told.json\nwait 1000\nreport later.json\nwait 6100\n"
+                               "report again.json\n",
+                               "a house"));
+    EXPECT_EQ(Report("told.json")["status"], "No checkpoint could be written: Is a directory");
+    EXPECT_NE(Report("later.json")["status"], Report("told.json")["status"]);
+    EXPECT_EQ(Report("again.json")["status"], Report("later.json")["status"]);
+}
+
+// What a kill amid a save has left.
+TEST_F(Files, TheNextStartClearsUnfinishedSaves) {
+    Write("house.kirvo", Model());
+    Write(".house.kirvo.saving", "Compat");
+    Write("elsewhere/.a.kirvo.saving", "");
+    ExpectGoodEnd(program.Play("wait 1\n", "house"));
+    EXPECT_EQ(HomeNames(), (Names{".kirvo_checkpoint_lock", ".kirvorc", "elsewhere", "house.kirvo"}));
+    EXPECT_TRUE(fs::exists(InHome("elsewhere/.a.kirvo.saving")));
+}
+
+TEST_F(Files, MenusOfDisabledWindowsAreNoErrorsOfScripts) {
+    Write("house.kirvo", Model());
+    ExpectGoodEnd(program.Play("menu File \"Save as\"\nin house\nmenu File New\npopup 300 300 Select\n"
+                               "in \"Save file as...\"\nbutton Cancel\nin house\nreport after.json\n",
+                               "house"));
+    EXPECT_EQ(Titles(Report("after.json")), (Names{"house.kirvo", " Subview 0"}));
+}
+
 // After a crash it would come back under the name of the file that holds newer work.
 TEST_F(Files, TheAnswerSaveDropsTheCheckpoint) {
     Write("house.kirvo", Model());
