@@ -27,6 +27,7 @@
 #include "store/storage.h"
 #include "textures/texture_file.h"
 #include "views/main_window.h"
+#include "views/status_line.h"
 
 #include <cstdio>
 #include <cstring>
@@ -323,6 +324,9 @@ int LoadModelFile(const char* path) {
     struct stat status;
     if (!Mergeing)
         NameIsOfUnreadFile = !read && stat(path, &status) == 0;
+    if (read && TexturesMissing && !Mergeing)
+        ShowStatusNote("The textures that are missing keep their names and their places on the polygons when the model "
+                       "is saved.");
     if (read)
         return 1;
     TellThatFileIsMissing();
