@@ -65,6 +65,16 @@ void BodyReader::Read() {
     }
 }
 
+/// Once, whatever the file says how often: opening and closing viewports is work.
+void BodyReader::ShowWantedViewports() const {
+    if (WantedViewports == NoViewports)
+        return;
+    if (TheStorageSlots.ChangeNoViewports)
+        TheStorageSlots.ChangeNoViewports();
+    else
+        NoViewports = NoViewports == 1 ? ViewportLimit : 1;
+}
+
 void BodyReader::Finish() {
     Materials.AddToFile();
     if (!Mergeing) {
@@ -77,6 +87,8 @@ void BodyReader::Finish() {
         DefineAllTextures();
     }
     SortObjectList();
+    if (!Mergeing)
+        ShowWantedViewports();
 }
 
 // Settings
@@ -99,13 +111,7 @@ void BodyReader::ReadSettingValue(int number, std::int32_t size) {
     } else if (setting->Line) {
         ReadFileString(File, setting->Line, FileInformationSize);
     } else if (number == SettingNoViewports) {
-        std::int32_t wanted;
-        if (!ReadFileInts(File, &wanted, 1) || wanted == NoViewports)
-            return;
-        if (TheStorageSlots.ChangeNoViewports)
-            TheStorageSlots.ChangeNoViewports();
-        else
-            NoViewports = NoViewports == 1 ? ViewportLimit : 1;
+        ReadFileInts(File, &WantedViewports, 1);
     } else {
         ReadFileInts(File, setting->Value, 1);
     }

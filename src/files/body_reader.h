@@ -5,6 +5,7 @@
 #include "files/primitives.h"
 #include "files/scene_reader.h"
 #include "store/records.h"
+#include "store/storage.h"
 
 #include <cstdint>
 #include <map>
@@ -25,6 +26,7 @@ class BodyReader {
 
   private:
     void Finish();
+    void ShowWantedViewports() const;
 
     void ReadSetting();
     void ReadSettingValue(int number, std::int32_t size);
@@ -44,6 +46,7 @@ class BodyReader {
     MaterialNumbers Materials;
     PolygonReader Polygons;
     ObjectsById Objects;
+    std::int32_t WantedViewports = NoViewports;
 
     // The sub-objects of the object that is being read; of equal ones the one read last counts.
     std::map<std::int32_t, SubObject*> SubObjectsByIndex;

@@ -132,14 +132,23 @@ void StripTriangles(int count) {
         Triangles.insert(Triangles.end(), {i, i + 1, i + 3, i, i + 3, i + 2});
 }
 
-void FillTriangles(const float* positions, int stride, int count) {
+// False for a polygon that is too intricate to be filled.
+bool FillTriangles(const float* positions, int stride, int count) {
     Triangles.clear();
     if (Begun == Primitive::Polygon)
-        Triangulate(positions, stride, count, Triangles);
-    else if (Begun == Primitive::Mesh)
+        return Triangulate(positions, stride, count, Triangles);
+    if (Begun == Primitive::Mesh)
         MeshTriangles(count);
     else
         StripTriangles(count);
+    return true;
+}
+
+// In place of a polygon that cannot be filled.
+void DrawOutline(int count) {
+    const std::vector<Vertex> outline(First, First + count);
+    BeginShape(LineShape());
+    AddLine(outline.data(), count, true);
 }
 
 // Triangles and most polygons go without lists.
@@ -183,8 +192,10 @@ void Finish() {
             if (const int recorded = RecordedVertices()) {
                 int stride;
                 const float* positions = RecordedPositions(&stride);
-                FillTriangles(positions, stride, recorded);
-                RecordTriangles(Triangles);
+                if (FillTriangles(positions, stride, recorded))
+                    RecordTriangles(Triangles);
+                else
+                    RecordLine(true);
             }
         } else if (Begun == Primitive::Points)
             RecordPoints();
@@ -198,15 +209,20 @@ void Finish() {
         else
             AddLine(First, count, Begun == Primitive::ClosedLine);
     } else if (First == Corners.data()) {
-        FillTriangles(First->position, sizeof(Vertex) / sizeof(float), count);
-        AddTriangles(First, count, Triangles.data(), static_cast<int>(Triangles.size()));
+        if (FillTriangles(First->position, sizeof(Vertex) / sizeof(float), count))
+            AddTriangles(First, count, Triangles.data(), static_cast<int>(Triangles.size()));
+        else
+            DrawOutline(count);
     } else if (KeepInPlace(count); !AddInPlace(count)) {
-        FillTriangles(First->position, sizeof(Vertex) / sizeof(float), count);
-        const int first = Pending.count;
-        Pending.count += count;
-        for (int index : Triangles)
-            Pending.indices.push_back(static_cast<uint16_t>(first + index));
-        SendFullPiece();
+        if (!FillTriangles(First->position, sizeof(Vertex) / sizeof(float), count)) {
+            DrawOutline(count);
+        } else {
+            const int first = Pending.count;
+            Pending.count += count;
+            for (int index : Triangles)
+                Pending.indices.push_back(static_cast<uint16_t>(first + index));
+            SendFullPiece();
+        }
     }
     Begun = Primitive::None;
 }

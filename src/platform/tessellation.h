@@ -1,14 +1,19 @@
 // Filling polygons that need not be convex.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 namespace gl {
 
 // Cuts a polygon in space into triangles that turn as it does. `positions` are count x 3 floats, `stride` floats apart;
 // the indices of the corners are appended to `triangles`, three for each triangle. Up to four corners and convex
-// polygons take linear time. A polygon that crosses itself is cut somehow, within its corners.
-void Triangulate(const float* positions, int stride, int count, std::vector<int>& triangles);
+// polygons take linear time, others of n corners about n log n, none more than a second. A polygon that crosses itself
+// is cut somehow, within its corners. False, with nothing appended, when a polygon would take longer.
+bool Triangulate(const float* positions, int stride, int count, std::vector<int>& triangles);
+
+// How many outlines have been refused so far, each counted once.
+std::size_t HopelessOutlines();
 
 // Of the two ways to cut a quadrilateral, whether the one from its first to its third corner leaves triangles that both
 // turn as it does.

@@ -32,6 +32,7 @@
 #include "platform/display_loss.h"
 #include "platform/scripts.h"
 #include "platform/system.h"
+#include "platform/tessellation.h"
 #include "platform/text.h"
 #include "platform/windows.h"
 #include "shell/command_line.h"
@@ -46,6 +47,7 @@
 #include "store/pools.h"
 #include "store/storage.h"
 #include "views/main_window.h"
+#include "views/status_line.h"
 
 namespace {
 
@@ -102,9 +104,17 @@ void RaiseQuitWindow() {
     gl::winpop();
 }
 
+void TellOfUnfilledPolygons() {
+    static std::size_t told = 0;
+    if (gl::HopelessOutlines() > told)
+        ShowStatusNote("A polygon is too intricate to be filled: only its outline is drawn.");
+    told = gl::HopelessOutlines();
+}
+
 void RunMainLoop() {
     for (int state = CheckEvents(); state != -1 && MainWindow; state = CheckEvents()) {
         UpdateWindowTitle();
+        TellOfUnfilledPolygons();
         UpdateStatusLine();
         MakeCheckpoint();
         PopInfoWindow();

@@ -66,6 +66,8 @@ struct BoundTexture {
 };
 
 std::map<DefinitionKey, BoundTexture> BoundTextures;
+/// The definitions that stand for missing images, by their properties.
+std::map<std::vector<float>, int> Placeholders;
 
 DefinitionKey KeyOf(const Texture* texture) {
     return {texture->FileName,
@@ -114,7 +116,13 @@ void DefinePlaceholder(Texture* texture) {
     texture->Aspect = 1.0f;
     texture->Width = texture->Height = Edge;
     texture->Components = 1;
-    HandOver(texture, pixels.data());
+    // One definition for all that look the same.
+    const auto [same, isNew] = Placeholders.try_emplace(PropertiesOf(texture), 0);
+    if (isNew)
+        HandOver(texture, pixels.data());
+    else
+        texture->GLId = same->second;
+    same->second = texture->GLId;
 }
 
 void TakeDefinition(Texture* texture, const BoundTexture& definition) {
@@ -228,4 +236,5 @@ void DefineAllTextures() {
 
 void FreeBoundTextures() {
     BoundTextures.clear();
+    Placeholders.clear();
 }

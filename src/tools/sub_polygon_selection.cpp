@@ -8,18 +8,6 @@
 
 namespace {
 
-/// Widens the selection by what widen(polygon) selects for each polygon selected so far, and rebuilds its list when
-/// that was any.
-template <class Widen>
-void WidenSelection(Widen widen) {
-    bool changed = false;
-    for (Polygon* polygon : EveryPolygon(CurrentObject()))
-        if (polygon->Selected)
-            changed |= widen(polygon);
-    if (changed)
-        ConnectSelectedPolygons();
-}
-
 bool Select(Polygon* polygon) {
     if (polygon->Selected)
         return false;
@@ -27,14 +15,8 @@ bool Select(Polygon* polygon) {
     return true;
 }
 
-bool SelectChildren(Polygon* polygon) {
-    bool changed = false;
-    for (Polygon* child : EverySubPolygon(polygon))
-        changed |= Select(child);
-    return changed;
-}
-
-bool SelectParents(Polygon* polygon) {
+/// Up to one that is selected already.
+bool SelectParents(const Polygon* polygon) {
     bool changed = false;
     for (Polygon* parent = polygon->Parent; parent && Select(parent); parent = parent->Parent)
         changed = true;
@@ -44,11 +26,24 @@ bool SelectParents(Polygon* polygon) {
 } // namespace
 
 void SelectAllUnselectedChildren() {
-    WidenSelection(SelectChildren);
+    bool changed = false;
+    // Each polygon comes after the one that it lies on.
+    for (const SubObject* subObject : EverySubObject(CurrentObject()))
+        for (const Polygon* root : EveryTopPolygon(subObject))
+            for (Polygon* polygon : EverySubPolygon(root))
+                if (polygon->Parent->Selected)
+                    changed |= Select(polygon);
+    if (changed)
+        ConnectSelectedPolygons();
 }
 
 void SelectAllUnselectedParents() {
-    WidenSelection(SelectParents);
+    bool changed = false;
+    for (const Polygon* polygon : EveryPolygon(CurrentObject()))
+        if (polygon->Selected)
+            changed |= SelectParents(polygon);
+    if (changed)
+        ConnectSelectedPolygons();
     SelectAllUnselectedChildren();
 }
 
@@ -60,17 +55,17 @@ int IsSubPolygonOf(const Polygon* polygon, const Polygon* other) {
 }
 
 int NoParentSelected(const Polygon* polygon) {
-    for (const Polygon* parent = polygon->Parent; parent; parent = parent->Parent)
-        if (parent->Selected)
-            return 0;
-    return 1;
+    return !polygon->Parent || !polygon->Parent->Selected;
 }
 
 void MovePolygon(Polygon* polygon, Polygon* parent) {
+    const SubObject* const former = polygon->SubObject;
     UnlinkPolygon(polygon);
     LinkPolygon(polygon, parent);
     if (parent)
         polygon->SubObject = parent->SubObject;
+    if (polygon->SubObject == former)
+        return;
     for (Polygon* child : EverySubPolygon(polygon))
         child->SubObject = polygon->SubObject;
 }

@@ -40,8 +40,10 @@ class PolygonDrawer {
         TextureKnown = Form != PolygonForm::Textured;
     }
 
-    /// A polygon with all that lies on it.
+    /// A polygon with all that lies on it. In a list of selected ones what lies on another of them comes with that.
     void Draw(const Polygon* polygon) {
+        if (Form != PolygonForm::SelectedOutline && polygon->Parent && polygon->Parent->Selected)
+            return;
         switch (Form) {
         case PolygonForm::Plain:
             return Fill(polygon, false);
@@ -53,6 +55,8 @@ class PolygonDrawer {
             if (ShowsTexture(polygon))
                 Fill(polygon, true);
             return;
+        case PolygonForm::SelectedOutline:
+            return OutlineUnlessSelectedBelow(polygon);
         default:
             return Outline(polygon);
         }
@@ -91,12 +95,30 @@ class PolygonDrawer {
     }
 
     void Outline(const Polygon* polygon) {
-        const bool all = Form == PolygonForm::SelectedOutline;
-        if (all || !polygon->Selected)
+        if (!polygon->Selected)
             Out.Outline(polygon);
         for (const Polygon* subPolygon : EverySubPolygon(polygon))
-            if (all || !subPolygon->Selected)
+            if (!subPolygon->Selected)
                 Out.Outline(subPolygon);
+    }
+
+    /// What lies on it down to the next selected polygons, which come by themselves with what lies on them.
+    void OutlineUnlessSelectedBelow(const Polygon* root) {
+        Out.Outline(root);
+        const Polygon* polygon = root->FirstChild;
+        while (polygon && polygon != root) {
+            if (!polygon->Selected) {
+                Out.Outline(polygon);
+                if (polygon->FirstChild) {
+                    polygon = polygon->FirstChild;
+                    continue;
+                }
+            }
+            while (polygon != root && !polygon->NextSibling)
+                polygon = polygon->Parent;
+            if (polygon != root)
+                polygon = polygon->NextSibling;
+        }
     }
 
     const PolygonForm Form;
