@@ -176,10 +176,10 @@ class ReflexCorners {
 // Those that could lie in one are found by place, so that an honest outline of n corners takes about n log n steps.
 // False when an outline took too many, the triangles so far being left.
 bool CutEars(const std::vector<Flat>& flat, std::vector<int>& triangles) {
-    // A step takes some tens of nanoseconds.
-    constexpr long mostSteps = 20'000'000;
+    // A step takes some tens of nanoseconds, at corners that are no ears more than at others: they lie anywhere.
+    constexpr long mostSteps = 30'000'000, mostInVain = 8'000'000;
     // How often a corner may be tried before the outline is taken for one that crosses itself.
-    constexpr long fewestTries = 20'000, triesPerCorner = 16;
+    constexpr long fewestTries = 20'000, triesPerCorner = 6;
     const int count = static_cast<int>(flat.size());
     std::vector<int> next(count), previous(count);
     for (int i = 0; i < count; i++) {
@@ -201,7 +201,7 @@ bool CutEars(const std::vector<Flat>& flat, std::vector<int>& triangles) {
         if (now && !tree.Knows(i) && lateReflex.size() < 64)
             lateReflex.push_back(i);
     };
-    long steps = 0, triesLeft = std::max(fewestTries, triesPerCorner * count);
+    long steps = 0, inVain = 0, triesLeft = std::max(fewestTries, triesPerCorner * count);
     auto isEar = [&](int i) {
         if (reflex[i])
             return false;
@@ -209,13 +209,16 @@ bool CutEars(const std::vector<Flat>& flat, std::vector<int>& triangles) {
         for (const int late : lateReflex)
             if (reflex[late] && ReflexCorners::Blocks(a, b, c, flat[late]))
                 return false;
-        return !tree.Block(a, b, c, reflex, steps);
+        const long before = steps;
+        const bool blocked = tree.Block(a, b, c, reflex, steps);
+        inVain += blocked ? steps - before : 0;
+        return !blocked;
     };
     // A narrow band is cut from its ends, on both sides in turn: the corner before a cut is tried when that behind it
     // is no ear.
     int left = count, corner = 0, tried = 0, before = -1;
     while (left > 3) {
-        if (++steps > mostSteps)
+        if (++steps > mostSteps || inVain > mostInVain)
             return false;
         // After a whole round without an ear (an outline that crosses itself, or corners in a line) any corner is cut.
         const bool straight = Turn(flat[previous[corner]], flat[corner], flat[next[corner]]) == 0;

@@ -3,6 +3,8 @@
 #include "store/records.h"
 #include "store/walks.h"
 
+#include <unordered_set>
+
 // What a view shows. One traversal of the scene or of the current object decides which objects, levels, sub-objects,
 // polygons and vertices are seen; what happens to them - they are drawn, picked, counted - is the business of the sink
 // that it is given.
@@ -64,12 +66,14 @@ void TraverseSingleObject(View* view, int mode, Branch* branch, const Matrix* tr
 /// 0 for a member that the structure editor hides.
 int LodBeadIsShown(const LodBead* bead);
 
-/// Calls function(SubObject*) with each sub-object that is seen, in the sequence of drawing.
+/// Calls function(SubObject*) with each sub-object that is seen, in the sequence of drawing; once, however often the
+/// level of detail names it.
 template <class Function>
 void ForEachShownSubObject(const ShownObject& shown, Function function) {
+    std::unordered_set<const SubObject*> seen;
     if (shown.Lod)
         for (const LodBead* bead : EveryLodBead(shown.Lod))
-            if (LodBeadIsShown(bead))
+            if (LodBeadIsShown(bead) && seen.insert(bead->SubObject).second)
                 function(bead->SubObject);
 }
 

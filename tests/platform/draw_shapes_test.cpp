@@ -1,5 +1,6 @@
 // Filled shapes: concave polygons, meshes, strips, circles and very large primitives.
 #include <cmath>
+#include <functional>
 #include <random>
 #include <vector>
 
@@ -160,6 +161,63 @@ TEST_F(Shapes, CutsCoverTheAreaOfAPolygonOnce) {
         }
         EXPECT_NEAR(sum, area, 1e-3 * area);
     }
+}
+
+// Comb and band have corners from which no ear can be cut for long; the last one crosses itself everywhere.
+TEST_F(Shapes, LargeOutlinesAreCutOrRefusedSoon) {
+    constexpr int corners = 20000, half = corners / 2;
+    std::mt19937 random(3);
+    const auto turned = [](double angle, double radius, float* p) {
+        p[0] = static_cast<float>(radius * std::cos(angle));
+        p[1] = static_cast<float>(radius * std::sin(angle));
+    };
+
+    const struct {
+        const char* Name;
+        int Corners;
+        std::function<void(int, float*)> Place;
+    } outlines[] = {
+        {"star", corners, [&](int i, float* p) { turned(6.283185307 * i / corners, i % 2 ? 1 : 0.5, p); }},
+        {"spiral", corners,
+         [&](int i, float* p) {
+             const double angle = 0.1 * (i < half ? i : corners - 1 - i);
+             turned(angle, angle + (i < half ? 3 : 1), p);
+         }},
+        {"band", corners,
+         [&](int i, float* p) {
+             const int k = i < half ? i : corners - 1 - i;
+             p[0] = static_cast<float>(k);
+             p[1] = static_cast<float>((k % 2 ? 5 : -5) + (i < half ? 0 : 1));
+         }},
+    };
+
+    std::vector<int> triangles;
+    for (const auto& outline : outlines) {
+        std::vector<float> places(3 * corners);
+        double area = 0, covered = 0;
+        for (int i = 0; i < corners; i++)
+            outline.Place(i, &places[3 * i]);
+        const auto turn = [&](int a, int b, int c) {
+            const float *p = &places[3 * a], *q = &places[3 * b], *r = &places[3 * c];
+            return (double{q[0]} - p[0]) * (double{r[1]} - p[1]) - (double{q[1]} - p[1]) * (double{r[0]} - p[0]);
+        };
+        for (int i = 1; i + 1 < corners; i++)
+            area += turn(0, i, i + 1);
+        triangles.clear();
+        ASSERT_TRUE(Triangulate(places.data(), 3, corners, triangles)) << outline.Name;
+        for (size_t i = 0; i < triangles.size(); i += 3)
+            covered += std::abs(turn(triangles[i], triangles[i + 1], triangles[i + 2]));
+        EXPECT_NEAR(covered / std::abs(area), 1, 1e-4) << outline.Name;
+    }
+    std::vector<float> scattered(3 * 100000);
+    for (size_t i = 0; i < scattered.size(); i++)
+        scattered[i] = i % 3 == 2 ? 0 : static_cast<float>(random() % 100000);
+    triangles = {7};
+    const size_t refused = HopelessOutlines();
+    for (int again = 0; again < 2; again++)
+        EXPECT_FALSE(Triangulate(scattered.data(), 3, 100000, triangles));
+    EXPECT_EQ(triangles, std::vector<int>{7});
+    EXPECT_EQ(HopelessOutlines(), refused + 1);
 }
 
 TEST_F(Shapes, MeshesAndStripsKeepOneSide) {

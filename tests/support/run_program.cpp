@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -118,7 +119,11 @@ ProgramEnd RunProgram(const ProgramStart& start) {
     ProgramEnd end;
     Collect(output[0], errors[0], Killer(child, start.KillAfter), end);
     int status = 0;
-    waitpid(child, &status, 0);
+    rusage use{};
+    wait4(child, &status, 0, &use);
+    const auto seconds = [](const timeval& time) { return static_cast<double>(time.tv_sec) + 1e-6 * time.tv_usec; };
+    end.Seconds = seconds(use.ru_utime) + seconds(use.ru_stime);
+    end.Megabytes = static_cast<double>(use.ru_maxrss) / 1024;
     if (WIFEXITED(status))
         end.Status = WEXITSTATUS(status);
     else

@@ -23,6 +23,8 @@ struct ProgramEnd {
     int Signal = 0;  // that ended it
     std::string Output;
     std::string Errors;
+    /// What it and its threads took: processor time, and the most memory at once.
+    double Seconds = 0, Megabytes = 0;
 };
 
 /// Runs a program with no input until it ends. Throws when it cannot be run.
