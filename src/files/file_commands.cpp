@@ -11,6 +11,7 @@
 #include "files/file_information_window.h"
 #include "files/file_slots.h"
 #include "files/foreign_changes.h"
+#include "files/merge_window.h"
 #include "files/reader.h"
 #include "files/unsaved_work.h"
 #include "files/writer.h"
@@ -165,11 +166,12 @@ int SaveAtOnce() {
     return 1;
 }
 
+/// One file at a time: another one waits until the first has been merged or given up.
 void BeginMerge() {
-    if (TheFileSlots.OpenMergeWindow)
-        OpenSelector(FileToMerge, nullptr);
+    if (ToolWindowIsOpen(MergeWindow))
+        OpenToolWindow(MergeWindow);
     else
-        TellUserS("Merging is not there yet: the models of other files cannot be brought into this one so far.");
+        OpenSelector(FileToMerge, nullptr);
 }
 
 void OpenFile(const std::string& path) {

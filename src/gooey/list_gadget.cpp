@@ -154,7 +154,7 @@ void TakeRows(Gadget* gadget, std::vector<ListRow> rows) {
     // A row that has become the one that is on, by what happened elsewhere, is what the user looks for.
     int on = FirstOn(list.Rows), wasOn = FirstOn(before);
     bool others = on >= 0 && wasOn >= 0 && SameRow(RowAt(list, on), before[static_cast<std::size_t>(wasOn)]);
-    if (on >= 0 && !others && !before.empty())
+    if (on >= 0 && !others && !before.empty() && !list.Spec.SeveralOn)
         ShowRow(gadget, list.Form->Height, on, list.Form->Pad);
 }
 

@@ -42,6 +42,8 @@ struct ListSpec {
     GadgetBox (*Place)() = nullptr;
     /// Rows of 19 pixels in the small font instead of 24 in the normal one.
     bool SmallRows = false;
+    /// Several rows may be on: the list stays where it is whichever are.
+    bool SeveralOn = false;
     ListKeys Keys = ListKeys::None;
     /// Characters typed in quick succession choose the next row that begins with them.
     bool FindsByTyping = false;

@@ -2,6 +2,7 @@
 
 #include "base/directories.h"
 #include "files/checkpoints.h"
+#include "files/merge_window.h"
 #include "files/writer.h"
 #include "gooey/draw.h"
 #include "gooey/window.h"

@@ -4,7 +4,6 @@ int StructX, StructY, StructureEditorOpened;
 int DimensionX, DimensionY, DimensionsOpened;
 int ObjectBrowserX, ObjectBrowserY, ObjectBrowserH, ObjectBrowserOpened;
 int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
-int MergeX, MergeY, MergeW, MergeH, MergeOpened;
 int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
 int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;

@@ -4,6 +4,7 @@
 #include "files/file_information.h"
 #include "files/file_slots.h"
 #include "files/loading_bar.h"
+#include "files/merge_window.h"
 #include "gooey/manual.h"
 #include "gooey/messages.h"
 #include "gooey/window.h"
@@ -88,6 +89,7 @@ void FillFileSlots() {
     TheFileSlots.TellUser = TellUserS;
     TheFileSlots.AskOkCancel = DoOkCancel;
     TheFileSlots.OpenManual = OpenManual;
+    TheFileSlots.OpenMergeWindow = OpenMergeWindow;
     TheFileSlots.WriteDefaults = WriteDefaults;
     TheTabletSlots.WriteDefaults = WriteDefaults;
     TheFileSlots.ReadingProgress = ShowReadingProgress;

@@ -1,5 +1,6 @@
 #include "shell/tool_windows.h"
 
+#include "files/merge_window.h"
 #include "gooey/tool_window.h"
 #include "interaction/grid_gizmo.h"
 #include "palettes/material_palette.h"
@@ -15,4 +16,6 @@ void RegisterToolWindows() {
     };
     for (const ToolWindow* window : windows)
         RegisterToolWindow(*window);
+    // It opens on a file that was read only.
+    RegisterToolWindow(MergeWindow);
 }

@@ -35,10 +35,14 @@ void AddMaterial(Material* material) {
 void DeleteMaterial(Material* material) {
     if (material == CurrentMaterial())
         CurrentMaterial() = material->Next ? material->Next : material->Prev;
-    MaterialList::Remove(FirstMaterial(), material);
-    LastMaterial.Forget(material);
+    TakeMaterialOffList(material);
     FreeMaterial(material);
     WorkSaved = 0;
+}
+
+void TakeMaterialOffList(Material* material) {
+    MaterialList::Remove(FirstMaterial(), material);
+    LastMaterial.Forget(material);
 }
 
 void FreeAllMaterials() {

@@ -11,6 +11,9 @@ void AddMaterial(Material* material);
 /// use it are not changed: replace it first.
 void DeleteMaterial(Material* material);
 
+/// Takes the material off the list and leaves it to the caller.
+void TakeMaterialOffList(Material* material);
+
 void FreeAllMaterials();
 
 /// Names the material with a copy of `name`, "Unnamed" for null.

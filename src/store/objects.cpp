@@ -76,6 +76,13 @@ void DeleteObject(Object* object) {
     WorkSaved = 0;
 }
 
+void MoveObject(Object* object, FileStruct& from, FileStruct& to) {
+    if (object == from.CurrentObject)
+        from.CurrentObject = nullptr;
+    ObjectList::Remove(from.FirstObject, object);
+    ObjectList::InsertFirst(to.FirstObject, object);
+}
+
 void FreeAllObjects() {
     while (CurrentFile->FirstObject)
         DeleteObject(CurrentFile->FirstObject);

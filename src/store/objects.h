@@ -17,6 +17,9 @@ void FreeObject(Object* object);
 /// Takes an object off the file and releases it. A deleted current object is succeeded by a neighbour.
 void DeleteObject(Object* object);
 
+/// Takes an object from one file to the head of another file's list.
+void MoveObject(Object* object, FileStruct& from, FileStruct& to);
+
 void FreeAllObjects();
 
 /// 1 when some object of the file has a vertex.

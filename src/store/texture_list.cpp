@@ -73,11 +73,15 @@ void RenameTexture(Texture* texture, const char* fileName) {
 void DeleteTexture(Texture* texture) {
     if (texture == CurrentTexture())
         CurrentTexture() = texture->Next ? texture->Next : texture->Prev;
+    TakeTextureOffList(texture);
+    FreeTexture(texture);
+    WorkSaved = 0;
+}
+
+void TakeTextureOffList(Texture* texture) {
     TextureList::Remove(FirstTexture(), texture);
     LastTexture.Forget(texture);
     Names.Forget();
-    FreeTexture(texture);
-    WorkSaved = 0;
 }
 
 void DeleteCurrentTexture() {

@@ -17,6 +17,9 @@ void RenameTexture(Texture* texture, const char* fileName);
 /// use it are not changed: replace it first.
 void DeleteTexture(Texture* texture);
 
+/// Takes the texture off the list and leaves it to the caller.
+void TakeTextureOffList(Texture* texture);
+
 /// Deletes the current texture, when there is one.
 void DeleteCurrentTexture();
 

@@ -8,6 +8,7 @@
 #include "gooey/label.h"
 #include "gooey/manual.h"
 #include "gooey/menu.h"
+#include "gooey/menu_session.h"
 #include "gooey/modal.h"
 #include "gooey/pull_down.h"
 #include "gooey/redraw.h"
@@ -37,7 +38,6 @@ constexpr char ManualPage[] = "R_SceneBuilding";
 constexpr char HideLabel[] = "Hide chosen branches";
 /// Of the hide box, from the right edge, and the least width that leaves it beside the menus.
 constexpr int HideBoxX = -172, HideBoxY = -26, RoomForMenus = 284;
-constexpr int ArrowStep = 26;
 /// Stands for the menu's entry that no key has.
 constexpr int NewSceneCode = 256;
 
@@ -82,7 +82,7 @@ void HideChanged(GadgetArg) {
 void SceneBuilderClick() {
     RedrawCurrentWindow();
     UseSceneArea(Tree);
-    SceneHit = 0;
+    SceneHit = SceneHitNothing;
     if (!SceneSelect(Scene()))
         SelectScene(nullptr);
     // What was clicked is in sight.
@@ -100,6 +100,37 @@ void ShowClipboardWhileHeld() {
     ScrollOf(Tree).HOffset = x;
     ScrollOf(Tree).VOffset = y;
     DirtyWindow(SceneBuilder);
+}
+
+/// The arrow keys go from branch to branch; to the left and right they also fold and unfold.
+void GoTo(Branch* branch) {
+    if (branch)
+        SelectScene(branch);
+}
+
+void GoAlong(int direction) {
+    GoTo(SelectedBranch() ? NeighbourInTree(Scene(), SelectedBranch(), direction) : Scene());
+}
+
+void SetFolded(Branch* branch, int folded) {
+    branch->Collapsed = folded;
+    DirtySceneBuilder();
+}
+
+void GoLeft() {
+    Branch* branch = SelectedBranch();
+    if (branch && branch->FirstChild && !branch->Collapsed)
+        SetFolded(branch, 1);
+    else if (branch)
+        GoTo(ParentOfBranch(branch));
+}
+
+void GoRight() {
+    Branch* branch = SelectedBranch();
+    if (branch && branch->FirstChild && branch->Collapsed)
+        SetFolded(branch, 0);
+    else if (branch)
+        GoTo(branch->FirstChild);
 }
 
 void SceneBuilderKey(int character) {
@@ -126,6 +157,14 @@ void SceneBuilderKey(int character) {
         return ShuffleBranchUp();
     case PageDownCharacter:
         return ShuffleBranchDown();
+    case UpCharacter:
+        return GoAlong(-1);
+    case DownCharacter:
+        return GoAlong(1);
+    case LeftCharacter:
+        return GoLeft();
+    case RightCharacter:
+        return GoRight();
     case F12Character:
         return ShowClipboardWhileHeld();
     case NewSceneCode:
@@ -184,9 +223,19 @@ const MenuEntry HelpMenu[] = {
 
 const MenuEntry* const Menus[] = {CreateMenu, EditMenu, RearrangeMenu, HelpMenu, nullptr};
 
+const MenuEntry PopupMenu[] = {
+    {"Scene builder", MenuEntryTitle, 0, 0, nullptr, nullptr},
+    {"Create", MenuEntryItem, 0, 0, CreateMenu, nullptr},
+    {"Edit", MenuEntryItem, 0, 0, EditMenu, nullptr},
+    {"Rearrange", MenuEntrySeparated, 0, 0, RearrangeMenu, nullptr},
+    {"Read manual", MenuEntryLast, 122, '?', nullptr, nullptr},
+};
+
 void CheckSceneBuilder(int device, short value) {
     if (device == gl::LEFTMOUSE && value == 1)
         SceneBuilderClick();
+    else if (device == gl::RIGHTMOUSE && value == 1)
+        DealWithSceneBuilderMenu(DoPopup(PopupMenu));
     else if (device == gl::KEYBD)
         SceneBuilderKey(value);
 }
@@ -196,14 +245,7 @@ void BuildSceneBuilder() {
     AddMenuChopStart();
     ReserveRightOfBar(AddPullDownMenu(Menus, DealWithSceneBuilderMenu), 4);
     AddMenuChopEnd();
-    Tree = AddScrollWindow({.Width = CurrentWindow->Width,
-                            .Height = CurrentWindow->Height - PullDownBarHeight,
-                            .Flags = ScrollHorizontal | ScrollVertical | ScrollBorder,
-                            .StepX = ArrowStep,
-                            .StepY = ArrowStep,
-                            .Configure = ConfigureSceneBuilder});
-    ScrollOf(Tree).DrawContents = DrawSceneBuilder;
-    ScrollOf(Tree).ListItems = ListBranches;
+    Tree = AddSceneTree({ConfigureSceneBuilder, DrawSceneBuilder, ListBranches});
     // After the tree, whose configuration decides whether there is room for it.
     HideBox = AddCheckBox(HideBoxX, HideBoxY, 0, CheckSmallFont, nullptr, HideLabel, HideChanged, &HideScene);
     ShownSelection = nullptr;

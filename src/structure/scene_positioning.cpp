@@ -15,7 +15,7 @@
 #include "structure/scene_operations.h"
 #include "views/work_area.h"
 
-#include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -116,21 +116,22 @@ void CentreOfSelectedObjects(double* centre) {
 }
 
 int TouchOfSelectedObjects(const double* plane, double& distance) {
-    constexpr double none = std::numeric_limits<double>::infinity();
-    double above = none, below = -none;
+    bool before = false, behind = false;
+    double nearest = std::numeric_limits<double>::infinity();
     ForEachSelectedObject([&](const Branch* branch) {
         for (const Vertex* vertex : EveryVertex(branch->Object)) {
             double place[3];
             TransformCoordinate(vertex->Position, branch->Transform, place);
             const double d = DistanceFromPointToPlane(place, plane);
-            if (d > 0)
-                above = std::min(above, d);
-            else if (d < 0)
-                below = std::max(below, d);
+            before |= d >= 0;
+            behind |= d <= 0;
+            if (std::fabs(d) < std::fabs(nearest))
+                nearest = d;
         }
     });
-    if (above != none && below != -none)
+    // What has a point on the plane touches it.
+    if (before == behind)
         return 0;
-    distance = above != none ? above : below != -none ? below : 0;
+    distance = nearest;
     return 1;
 }

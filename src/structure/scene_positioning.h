@@ -17,6 +17,7 @@ void PlaceNewBranch(Branch* branch, int centre);
 void ShowSceneMode();
 
 // What the gizmo asks about the selected placed objects: the middle of the box around the corners of their boxes, and
-// how far they are from a plane (see PositionTouch). 0 when they lie on both sides of it.
+// how far they are from a plane (see PositionTouch). 0 when they touch it or lie on both sides of
+// it.
 void CentreOfSelectedObjects(double* centre);
 int TouchOfSelectedObjects(const double* plane, double& distance);

@@ -260,6 +260,7 @@ void ClickBranch(Branch* branch, int x, int y) {
     if (!Mergeing && MouseX < x + RoomForEye) {
         ToggleEye(branch);
     } else if (MouseX < box.X + box.Width) {
+        SceneHit = SceneHitBox;
         if (LeftShift || RightShift)
             ChangeSelectionOf(branch);
         else
@@ -284,6 +285,18 @@ Branch* ShownHolderOf(Branch* branch) {
 const char* LabelOfBranch(const Branch* branch) {
     const char* name = branch->Object ? branch->Object->Name : branch->Name;
     return name ? name : "";
+}
+
+Gadget* AddSceneTree(const SceneTreeOwner& owner) {
+    Gadget* scroll = AddScrollWindow({.Width = CurrentWindow->Width,
+                                      .Height = CurrentWindow->Height,
+                                      .Flags = ScrollHorizontal | ScrollVertical | ScrollBorder,
+                                      .StepX = RowStep,
+                                      .StepY = RowStep,
+                                      .Configure = owner.Configure});
+    ScrollOf(scroll).DrawContents = owner.Draw;
+    ScrollOf(scroll).ListItems = owner.ListItems;
+    return scroll;
 }
 
 void ConfigureScene(Branch* first, int& width, int& height) {
@@ -339,11 +352,24 @@ int SceneSelect(Branch* first) {
         int x, y;
         if (!BranchXY(branch, x, y) || !PointerIn({x, y, branch->Width, BranchHeight}))
             return false;
-        SceneHit = 1;
+        SceneHit = SceneHitMark;
         ClickBranch(branch, x, y);
         return true;
     });
     return SceneHit;
+}
+
+Branch* NeighbourInTree(Branch* first, const Branch* branch, int direction) {
+    Branch *before = nullptr, *found = nullptr;
+    bool passed = false;
+    ForEachShown(first, [&](Branch* each, std::size_t) {
+        if (direction > 0 ? passed : each == branch)
+            found = direction > 0 ? each : before;
+        passed = passed || each == branch;
+        before = each;
+        return found || (passed && direction < 0);
+    });
+    return found;
 }
 
 void ScrollToBranch(Gadget* scroll, Branch* branch) {

@@ -11,8 +11,21 @@ struct GadgetItem;
 // a scroll window, in the scene builder and where files are merged (then without eyes: Mergeing). The layout is kept in
 // the branches, y growing downwards; a branch's y is the bottom of its box.
 
-/// Flag: the last click hit a branch.
+/// What the last click hit: no branch, its eye or what opens it, or its box.
+enum SceneHitPart { SceneHitNothing = 0, SceneHitMark = 1, SceneHitBox = 2 };
+
 extern int SceneHit;
+
+/// What the owner of a tree's scroll window does: lays it out and gives the window its place (ConfigureScroll), draws
+/// it (DrawSceneTree), lists what is in sight (ListSceneItems).
+struct SceneTreeOwner {
+    void (*Configure)(Gadget* scroll);
+    void (*Draw)(Gadget* scroll);
+    void (*ListItems)(const Gadget* scroll, std::vector<GadgetItem>& items);
+};
+
+/// Adds a scroll window for a tree to the current window.
+Gadget* AddSceneTree(const SceneTreeOwner& owner);
 
 /// Lays the tree out that begins with a branch (null: nothing), and tells how large it is, in pixels.
 void ConfigureScene(Branch* first, int& width, int& height);
@@ -29,6 +42,9 @@ void DrawSceneTree(Branch* first, const Gadget* scroll);
 
 /// What a click at the pointer comes to: opens or closes an eye, selects, expands. 0 when it hits no branch.
 int SceneSelect(Branch* first);
+
+/// The branch that is shown before (-1) or after (1) another one; null at the ends.
+Branch* NeighbourInTree(Branch* first, const Branch* branch, int direction);
 
 /// The scroll offsets with which the branch is in sight, or else the nearest one that holds it and is not collapsed
 /// away.
