@@ -344,7 +344,12 @@ void AfterSavingAnyway(void (*action)()) {
 
 int LoadImportedModel(const char* path) {
     const int read = LoadModelFile(path);
-    struct stat status;
-    NameIsOfUnreadFile = read && stat(CurrentPath().c_str(), &status) == 0;
+    KeepFileOfThisName();
+    NameIsOfUnreadFile = read && NameIsOfUnreadFile;
     return read;
+}
+
+void KeepFileOfThisName() {
+    struct stat status;
+    NameIsOfUnreadFile = stat(CurrentPath().c_str(), &status) == 0;
 }

@@ -40,5 +40,8 @@ int LoadModelFile(const char* path);
 /// it yet: a file of that name is not replaced without a question.
 int LoadImportedModel(const char* path);
 
+/// For a model that the program has given the name FileName: likewise.
+void KeepFileOfThisName();
+
 /// 1 when FileName stands for no file: a new model's.
 int ModelIsUnnamed();

@@ -2,6 +2,7 @@
 
 #include "gooey/draw.h"
 #include "gooey/event_loop.h"
+#include "gooey/fonts.h"
 #include "gooey/keyboard_walk.h"
 #include "gooey/misuse.h"
 #include "gooey/pointer.h"
@@ -12,6 +13,7 @@
 
 #include "base/memory.h"
 
+#include "platform/drawing.h"
 #include "platform/system.h"
 
 #include <algorithm>
@@ -80,6 +82,19 @@ void ScrollToCursor(TextInput& input) {
     input.Scroll = std::clamp(input.Scroll, std::max(0, cursor - (input.BoxWidth - 2)), cursor);
 }
 
+/// A text that is only shown is seen as a whole if narrower letters do that.
+void DrawInactive(const TextInput& input, int x, int y) {
+    const int wide = input.Flags & TextSmallFont ? SmallFont : NormalFont;
+    const int fitting = FittingFont(wide, input.Buffer, input.BoxWidth);
+    if (fitting == wide || input.Scroll || TextWidthIn(fitting, input.Buffer) > input.BoxWidth) {
+        FontFor(input).Draw(x - input.Scroll, y, input.Buffer, LightGrey);
+        return;
+    }
+    gl::cpack(LightGrey);
+    DrawTextIn(fitting, x, y, input.Buffer);
+    SetColour(White);
+}
+
 void DrawContent(TextInput& input) {
     const GadgetFont& font = FontFor(input);
     GadgetBox box = LoweredBoxOf(input);
@@ -89,7 +104,7 @@ void DrawContent(TextInput& input) {
     DrawLoweredBox(box.X, box.Y, box.Width, box.Height);
     ClipScope clip(x, box.Y + 4, input.BoxWidth, box.Height - 8);
     if (!active) {
-        font.Draw(x - input.Scroll, y, input.Buffer, LightGrey);
+        DrawInactive(input, x, y);
         return;
     }
     ScrollToCursor(input);

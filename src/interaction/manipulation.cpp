@@ -171,12 +171,18 @@ void Step(View* view) {
         Turn(view, YawAndPitch(dx, dy));
 }
 
+/// What fits the view again changes the eye's distance, too.
+void ResetWhereAllowed(View* view) {
+    if (ZoomPanAllowed || !view->Perspective)
+        ResetView(view);
+}
+
 void TakeButtons(View* view, int device, short value) {
     UpdateManipulator(view, device, value, TheManipulator);
 }
 
 void DragView(View* view) {
-    SetManipulator(TheManipulator, ResetView, Restart, Anchor);
+    SetManipulator(TheManipulator, ResetWhereAllowed, Restart, Anchor);
     Restart(view);
     MoveStatusList = view->Perspective ? MoveStatus3d : MoveStatus2d;
     DontDirtyAfterMove = 1;
@@ -232,7 +238,7 @@ void ZoomAboutPointer(View* view, double factor) {
 
 void ManipulateView(View* view) {
     StopFlying();
-    if (view->Perspective && CtrlHeld())
+    if (view->Perspective && CtrlHeld() && ZoomPanAllowed)
         Fly(view);
     else if (!view->Perspective || !ShiftHeld() || PickRotationCentre(view))
         DragView(view);

@@ -5,7 +5,8 @@
 // Turning, moving and enlarging views, with the middle button and with the wheel. Pixels are those of the current
 // window, which shows the view; the pointer is in MouseX, MouseY.
 
-/// Flag: the 3D view can be panned and zoomed, not only turned. Cleared by tools that set the eye's distance.
+/// Flag: the 3D view can be panned, zoomed and flown through, not only turned. Cleared by tools that set the eye's
+/// distance.
 extern int ZoomPanAllowed;
 
 /// The drag of the middle button: turns, pans, zooms or resets the view, flies with Ctrl, and with Shift picks the

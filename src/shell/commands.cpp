@@ -22,11 +22,14 @@
 #include "store/scene.h"
 #include "store/storage.h"
 #include "store/undo.h"
+#include "structure/object_browser.h"
+#include "structure/object_operations.h"
 #include "structure/plant_objects.h"
 #include "structure/scene_builder.h"
 #include "structure/scene_clipboard.h"
 #include "structure/scene_operations.h"
 #include "structure/scene_positioning.h"
+#include "structure/structure_editor.h"
 #include "tools/alignment.h"
 #include "tools/amalgamation.h"
 #include "tools/create_sphere.h"
@@ -165,9 +168,9 @@ constexpr int Ctrl(char letter) {
 // clang-format off: one command a line.
 const Command Commands[] = {
     // Valid in every mode
-    {Key('i'), "Object information", InEveryMode, Action, NotYet},
-    {Key('k'), "Object structure (LOD switching)", InEveryMode, Action, NotYet},
-    {Key('o'), "Object browser", InEveryMode, Action, NotYet},
+    {Key('i'), "Object information", InEveryMode, Action, ShowObjectInfo},
+    {Key('k'), "Object structure (LOD switching)", InEveryMode, Action, OpenStructureEditor},
+    {Key('o'), "Object browser", InEveryMode, Action, OpenObjectBrowser},
     {Key('p'), "Polygon mode", InEveryMode, Action, SetPolygonMode},
     {Key('q'), "Query objects", InEveryMode, Action, QuerySceneObjects},
     {Key('s'), "Edit scene", InEveryMode, Action, ChangeObjectIsolation},
@@ -221,13 +224,13 @@ const Command Commands[] = {
     {302, "Align polygons: +Z", InEveryMode, Action, AlignSelected<AlignLowZ>},
     {303, "Align polygons: centre in Z", InEveryMode, Action, AlignSelected<AlignMiddleZ>},
     {304, "Align polygons: -Z", InEveryMode, Action, AlignSelected<AlignHighZ>},
-    {305, "New object", InEveryMode, Action, NotYet},
-    {306, "Delete object", InEveryMode, Action, NotYet},
-    {307, "Rename object", InEveryMode, Action, NotYet},
-    {308, "Make a copy of this object", InEveryMode, Action, NotYet},
-    {309, "Delete everything except this object", InEveryMode, Action, NotYet},
+    {305, "New object", InEveryMode, Action, CreateNewObject},
+    {306, "Delete object", InEveryMode, Action, ChuckObjectAway},
+    {307, "Rename object", InEveryMode, Action, RenameObject},
+    {308, "Make a copy of this object", InEveryMode, Action, MakeCopyOfObject},
+    {309, "Delete everything except this object", InEveryMode, Action, DeleteAllButObject},
     {310, "Object dimensions", InEveryMode, Action, NotYet},
-    {311, "Billboard", InEveryMode, Action, NotYet},
+    {311, "Billboard", InEveryMode, Action, ToggleBillboard},
     {312, "Align object: centralise", InEveryMode, Action, AlignWhole<AlignCentre>},
     {313, "Align object: centralise +Z", InEveryMode, Action, AlignWhole<AlignStanding>},
     {314, "Align object: +X", InEveryMode, Action, AlignWhole<AlignLowX>},

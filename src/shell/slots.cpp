@@ -1,6 +1,7 @@
 #include "shell/slots.h"
 
 #include "files/conversions.h"
+#include "files/file_commands.h"
 #include "files/file_information.h"
 #include "files/file_slots.h"
 #include "files/loading_bar.h"
@@ -24,10 +25,14 @@
 #include "store/scene.h"
 #include "store/storage.h"
 #include "store/undo.h"
+#include "structure/object_operations.h"
+#include "structure/structure_slots.h"
 #include "textures/texture_changes.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_file.h"
+#include "tools/creation_guards.h"
 #include "tools/polygon_clipboard.h"
+#include "tools/polygon_operations.h"
 #include "tools/polygon_tools.h"
 #include "tools/read_vertices.h"
 #include "tools/tablet.h"
@@ -85,6 +90,13 @@ void FillSelectionSlots() {
     RegisterQueries();
 }
 
+void FillStructureSlots() {
+    TheUndoSlots.DirtyStructureEditor = RedrawObjectWindows;
+    TheStructureSlots.AttachSelectedPolys = AttachSelectedPolys;
+    TheStructureSlots.APolygonIsSelected = APolygonIsSelected;
+    TheStructureSlots.ModelWasRenamed = KeepFileOfThisName;
+}
+
 void FillFileSlots() {
     TheFileSlots.TellUser = TellUserS;
     TheFileSlots.AskOkCancel = DoOkCancel;
@@ -107,6 +119,7 @@ void FillSlots() {
     FillMaterialSlots();
     FillTextureSlots();
     FillSelectionSlots();
+    FillStructureSlots();
     FillFileSlots();
     RegisterToolWindows();
 }

@@ -5,14 +5,16 @@
 #include "interaction/grid_gizmo.h"
 #include "palettes/material_palette.h"
 #include "shell/preferences.h"
+#include "structure/object_browser.h"
 #include "structure/scene_builder.h"
+#include "structure/structure_editor.h"
 #include "tools/revolve.h"
 #include "tools/text_generator.h"
 
 void RegisterToolWindows() {
     static const ToolWindow* const windows[] = {
-        &SceneBuilderWindow,  &PreferencesWindow, &MaterialPaletteWindow,
-        &TextGeneratorWindow, &RevolveWindow,     &GridWindow,
+        &SceneBuilderWindow,    &ObjectBrowserWindow, &StructureEditorWindow, &PreferencesWindow,
+        &MaterialPaletteWindow, &TextGeneratorWindow, &RevolveWindow,         &GridWindow,
     };
     for (const ToolWindow* window : windows)
         RegisterToolWindow(*window);

@@ -50,6 +50,17 @@ void ReversePolygons() {
     ShowChange();
 }
 
+void AttachSelectedPolys() {
+    if (!SomePolygonsSelected())
+        return;
+    CopyCurrentObject();
+    SelectAllUnselectedParents();
+    for (Polygon* polygon : SelectedPolygons())
+        if (!polygon->Parent)
+            MovePolygon(polygon, nullptr);
+    ShowChange();
+}
+
 void PopPolygon() {
     if (!SomePolygonsSelected())
         return;

@@ -11,5 +11,8 @@ void DeleteSelectedPolygons(int deleteVertices, int takeUndo);
 /// Makes them and their sub-polygons face the other way.
 void ReversePolygons();
 
+/// Puts them into the selected sub-object, with the polygons that they lie on and all that lies on those.
+void AttachSelectedPolys();
+
 /// Makes them top-level polygons; they keep their own sub-polygons.
 void PopPolygon();

@@ -11,6 +11,7 @@
 #include "shell/preferences.h"
 #include "shell/remembered_places.h"
 #include "store/view_record.h"
+#include "structure/object_browser.h"
 #include "support/temporary_directory.h"
 #include "support/test_seed.h"
 #include "textures/texture_library.h"

@@ -27,6 +27,7 @@ const fs::path ModelsForScripts = fs::path(KIRVO_SOURCE_DIR) / "tests/models";
 ///   "reports"  NAME of a report that the script writes: what it says, as far as Differences() compares
 ///   "files"    NAME of a model file that is left: what a report on it says; null: there is none
 ///   "pictures" names of pictures that must have been made
+///   "different" pairs of pictures that must not look the same
 ///   "output", "errors": the whole text of the streams; without them none is expected. What tells of the reading of a
 ///              file is left out.
 struct NamedScript {
@@ -56,6 +57,11 @@ std::string WithoutReading(const std::string& output) {
             line != "Memory analysis: As clean as a whistle!" && line != "Memory analysis: Squeaky clean!")
             rest += line + "\n";
     return rest;
+}
+
+std::string BytesOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 class Scripts : public testing::TestWithParam<NamedScript> {};
@@ -97,6 +103,9 @@ TEST_P(Scripts, LeaveWhatIsExpected) {
     const json pictures = expected.value("pictures", json::array());
     for (const std::string picture : pictures)
         EXPECT_TRUE(fs::exists(program.Directory() / picture)) << picture;
+    const json different = expected.value("different", json::array());
+    for (const json& pair : different)
+        EXPECT_NE(BytesOf(program.Directory() / pair[0]), BytesOf(program.Directory() / pair[1])) << pair;
 }
 
 /// The last model of one run is that of the next, whatever its names are made of.
@@ -108,6 +117,26 @@ TEST(Restart, OpensTheLastModelAgain) {
     EXPECT_EQ(
         Differences({{"file", {{"name", "a box.kirvo"}, {"path", program.Directory()}}}}, program.Json("again.json")),
         "");
+}
+
+/// Whatever of them runs a tool at the end.
+TEST(Restart, OpensTheSideWindowsAgain) {
+    PlayedProgram program(KIRVO_PROGRAM);
+    fs::copy(ModelsForScripts / "box.kirvo", program.Directory());
+    ASSERT_EQ(program
+                  .Play("in \"Subview 0\"\nmove 20 20\nkey k o\nin \"Object browser\"\nplace 40 60\nresize 300 90\n"
+                        "in \"Object Structure\"\nmenu \"LOD\" \"Set switching distances\"\nin box\nquit\n",
+                        "box")
+                  .Status,
+              0);
+    ASSERT_EQ(program.Play("report again.json\n").Status, 0);
+    const json again = program.Json("again.json");
+    EXPECT_EQ(Differences({{"tool", nullptr},
+                           {"windows", {{"any", {{"title", " Object browser"}, {"x", 40}, {"height", 90}}}}}},
+                          again) +
+                  Differences({{"windows", {{"any", {{"title", " Object Structure"}}}}}}, again) +
+                  Differences({{"windows", {{"none", {{"title", " Lod Setup "}}}}}}, again),
+              "");
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Scripts, testing::ValuesIn(AllScripts()), [](const auto& info) {
