@@ -1,6 +1,7 @@
 #include "interaction/view_menus.h"
 
 #include "gooey/event_loop.h"
+#include "interaction/preselection.h"
 #include "platform/desktop_place.h"
 #include "store/view_record.h"
 #include "views/display_flags.h"
@@ -66,6 +67,7 @@ const MenuEntry SettingsMenu[] = {
     {"Texture when moving", MenuEntrySeparated, 116, 0, nullptr, Ticks<MoveTexture>},
     {"Window labels", MenuEntryItem, 117, 0, nullptr, Ticks<WindowLabels>},
     {"Fill the desktop window", MenuEntryItem, 17, 0, nullptr, FillDesktopCheck},
+    {"Show what is pointed at", MenuEntryItem, 122, 0, nullptr, Ticks<ShowPointedAt>},
     {"Fast updates", MenuEntrySeparated, 118, 0, nullptr, Ticks<FastUpdates>},
     {"User preferences", MenuEntryLast, 119, 0, nullptr, nullptr},
 };

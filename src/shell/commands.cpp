@@ -11,6 +11,7 @@
 #include "interaction/grid_gizmo.h"
 #include "interaction/input.h"
 #include "interaction/modes.h"
+#include "interaction/preselection.h"
 #include "interaction/query.h"
 #include "interaction/rotation_centre.h"
 #include "interaction/selection.h"
@@ -18,6 +19,7 @@
 #include "palettes/material_palette.h"
 #include "platform/events.h"
 #include "shell/preferences.h"
+#include "shell/undo_remarks.h"
 #include "store/accessors.h"
 #include "store/scene.h"
 #include "store/storage.h"
@@ -148,6 +150,11 @@ void Quit() {
     QueueEvent(gl::WINQUIT, 0);
 }
 
+void TogglePointedAt() {
+    ShowPointedAt = !ShowPointedAt;
+    HidePointedAt = !ShowPointedAt;
+}
+
 void ToggleFillDesktop() {
     FloatOnDesktop = !FloatOnDesktop;
     FollowFloatOnDesktop();
@@ -269,8 +276,8 @@ const Command Commands[] = {
     {Ctrl('X'), "Cut vertices", InVertexMode, Action, CutVertices},
     {Ctrl('X'), "Cut polygons", InPolygonMode, Action, CutPolygons},
     {Ctrl('X'), "Cut part of the scene", InSceneMode, Action, CutScene},
-    {Ctrl('Z'), "Undo", InObjectMode, Action, Undo},
-    {Ctrl('Z'), "Undo in the scene", InSceneMode, Action, UndoScene},
+    {Ctrl('Z'), "Undo", InObjectMode, Action, UndoObjectAction},
+    {Ctrl('Z'), "Undo in the scene", InSceneMode, Action, UndoSceneAction},
 
     // Views
     {Key('t'), "Top", InEveryMode, Safe, ShowFrom<0>},
@@ -305,6 +312,7 @@ const Command Commands[] = {
     {331, "Window labels", InEveryMode, Safe, Show<WindowLabels>},
     {332, "Fast updates", InEveryMode, Safe, Switch<FastUpdates>},
     {401, "Fill the desktop window", InEveryMode, Safe, ToggleFillDesktop},
+    {402, "Show what is pointed at", InEveryMode, Safe, TogglePointedAt},
     {333, "Wireframe when moving", InEveryMode, Safe, Switch<MoveWire>},
     {334, "Selected things solid", InEveryMode, Safe, Show<SelectionsSolid>},
     {335, "Singlebuffer when still", InEveryMode, Safe, ToggleSingleBuffer},
@@ -314,10 +322,15 @@ const Command Commands[] = {
 // clang-format on
 
 void CarryOut(const Command& command) {
-    if (command.Function)
+    if (command.Function) {
+        const bool undoes = command.Function == UndoObjectAction || command.Function == UndoSceneAction;
+        if (command.Kind == Action && !undoes)
+            BeginAction(command.Name);
         command.Function();
-    else
+        EndAction();
+    } else {
         TellUserS((std::string("\"") + command.Name + "\" is not there yet: it comes with a later version.").c_str());
+    }
 }
 
 int CarryOut(int code, CommandKind kind) {

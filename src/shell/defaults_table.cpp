@@ -8,6 +8,7 @@
 #include "gooey/window.h"
 #include "interaction/grid_gizmo.h"
 #include "interaction/position_gizmo.h"
+#include "interaction/preselection.h"
 #include "interaction/ruler.h"
 #include "materials/default_materials.h"
 #include "palettes/colour_mixing.h"
@@ -184,6 +185,7 @@ const DefaultsEntry AddedTable[] = {
     Place("DesktopWindow", DesktopPlaceKnown, DesktopX, DesktopY, DesktopW, DesktopH),
     Flag("DesktopMaximised", DesktopMaximised),
     FlagWhenSet("FloatOnDesktop", FloatOnDesktop),
+    FlagWhenSet("HidePointedAt", HidePointedAt),
     FlagWhenSet("MainWindowPlacedByHand", MainPlacedByHand),
     Place("MainWindowBeforeFit", MainWindowFitted, MainFreeX, MainFreeY, MainFreeW, MainFreeH),
 };

@@ -9,6 +9,7 @@
 #include "interaction/modes.h"
 #include "interaction/pending_pick.h"
 #include "interaction/position_views.h"
+#include "interaction/preselection.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_prompt.h"
 #include "materials/material_definitions.h"
@@ -67,6 +68,7 @@ void FillInteractionSlots() {
     TheViewportSlots.StartLeftModel = StartLeftModel;
     TheViewportSlots.StartMiddleModel = StartMiddleModel;
     TheViewportSlots.StartRightModel = StartRightModel;
+    TheViewportSlots.InputBegins = HidePreselection;
     TheViewportSlots.CheckModelKey = CheckModelKey;
     TheViewportSlots.CheckTab = CheckTab;
     TheViewportSlots.TurnWheel = TurnWheel;

@@ -24,11 +24,12 @@ constexpr int GizmoCodes[] = {103, 109, 101, 99};
 constexpr int SettingCodes[] = {9, 173, 176, 328, 329, 330, 334, 335, 333, 336, 331, 332, 337};
 
 constexpr int AddedSettingCodes[] = {401};
+constexpr int PointedAtCodes[] = {402};
 
 constexpr CodesOfItems Menus[] = {
     {11, FileCodes},    {18, EditCodes},     {25, ViewCodes},         {37, VertexCodes},
     {46, PolygonCodes}, {76, ObjectCodes},   {84, SceneCodes},        {91, AttributeCodes},
-    {103, GizmoCodes},  {107, SettingCodes}, {17, AddedSettingCodes},
+    {103, GizmoCodes},  {107, SettingCodes}, {17, AddedSettingCodes}, {122, PointedAtCodes},
 };
 
 struct HelpItem {

@@ -21,6 +21,7 @@
 #include "shell/interaction_slots.h"
 #include "shell/menus.h"
 #include "shell/tool_windows.h"
+#include "shell/undo_remarks.h"
 #include "store/accessors.h"
 #include "store/scene.h"
 #include "store/storage.h"
@@ -87,6 +88,8 @@ void FillTextureSlots() {
 void FillSelectionSlots() {
     TheSceneSlots.DeselectScene = [] { SelectScene(nullptr); };
     TheUndoSlots.DeselectEverything = DeselectEverything;
+    TheUndoSlots.SnapshotTaken = NoteObjectSnapshot;
+    TheSceneSlots.SnapshotTaken = NoteSceneSnapshot;
     RegisterQueries();
 }
 

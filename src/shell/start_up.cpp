@@ -28,6 +28,7 @@
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "interaction/pick_hierarchies.h"
+#include "interaction/preselection.h"
 #include "interaction/tool_protocol.h"
 #include "platform/display_loss.h"
 #include "platform/scripts.h"
@@ -64,6 +65,7 @@ void OpenScreen() {
     AddToReport = ReportModel;
     AddTreeToReport = ReportScene;
     OpenMainWindow();
+    InitPreselection();
     QuitFunction = ProgramQuit;
     WindowChange = ChangeWindow;
     SpecialEvent = HandleSpecialEvents;
@@ -124,6 +126,7 @@ void RunMainLoop() {
         OpenDroppedFiles();
         if (state == 0)
             PrepareSelection();
+        UpdatePreselection(state == 0);
     }
 }
 

@@ -147,6 +147,7 @@ void CopySceneForUndo() {
     WorkSaved = 0;
     FreeUpBranch(SceneUndo);
     SceneUndo = CopyOfBranch(Scene());
+    CallSlot(TheSceneSlots.SnapshotTaken);
 }
 
 void UndoScene() {

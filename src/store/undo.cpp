@@ -146,6 +146,7 @@ void CopyCurrentObject() {
     CopyPolygons(object, snapshot);
     LinkStructureOfCopies(object);
     WorkSaved = 0;
+    CallSlot(TheUndoSlots.SnapshotTaken);
 }
 
 void Undo() {

@@ -11,6 +11,7 @@ struct UndoSlots {
     void (*DeselectEverything)() = nullptr;   // before the object is sorted and checked
     void (*DirtyModelWindows)() = nullptr;    // after the check
     void (*DirtyStructureEditor)() = nullptr; // after the check
+    void (*SnapshotTaken)() = nullptr;        // not of Undo: CopyCurrentObject has taken a snapshot
 };
 
 extern UndoSlots TheUndoSlots;

@@ -34,6 +34,9 @@ bool FocusIn3D = true;
 
 // What the main window's line was last drawn with.
 std::string Shown;
+std::string Remark, AtEnd;
+// Between the hints and what stands at the end.
+constexpr int EndGap = 16;
 
 constexpr long NoteTicks = 800;
 std::string Note;
@@ -52,7 +55,11 @@ void DrawTextBox(const std::string& text) {
     if (text.empty())
         return;
     gl::cpack(Black);
-    FittedText(DefaultFont, TextX, TextY, CurrentWindow->Width - 2 * TextX, text.c_str());
+    const bool withEnd = CurrentWindow == MainWindow && !AtEnd.empty();
+    const int end = withEnd ? StringWidth(AtEnd.c_str()) + EndGap : 0;
+    FittedText(DefaultFont, TextX, TextY, CurrentWindow->Width - 2 * TextX - end, text.c_str());
+    if (withEnd)
+        FittedText(DefaultFont, CurrentWindow->Width - TextX - end + EndGap, TextY, end, AtEnd.c_str());
 }
 
 std::string BusyText() {
@@ -79,8 +86,29 @@ void DrawStatusList(const std::int16_t* list) {
 
 void DrawStatusLine() {
     const std::int16_t* list = StatusList ? StatusList : FocusIn3D ? Hints3D : Hints2D;
-    Shown = !Note.empty() ? Note : !HintsWanted ? "" : GridStatus ? GridStatus : TextOf(list);
+    if (!Note.empty())
+        Shown = Note;
+    else if (!HintsWanted)
+        Shown = "";
+    else if (GridStatus)
+        Shown = GridStatus;
+    else
+        Shown = !StatusList && !Remark.empty() ? Remark : TextOf(list);
     DrawStatus(Shown.c_str(), nullptr);
+}
+
+void ShowRemark(const std::string& text) {
+    if (Remark == text)
+        return;
+    Remark = text;
+    RefreshStatusLine();
+}
+
+void ShowAtStatusEnd(const std::string& text) {
+    if (AtEnd == text)
+        return;
+    AtEnd = text;
+    RefreshStatusLine();
 }
 
 void RefreshStatusLine() {

@@ -14,6 +14,11 @@ extern const char* GridStatus;
 extern const char* MoveStatus;
 extern const std::int16_t* MoveStatusList;
 
+/// Says something once, in place of the hints, until the user does something else; "" ends it.
+void ShowRemark(const std::string& text);
+/// Shows a text at the right end of the line, at once; "" takes it away.
+void ShowAtStatusEnd(const std::string& text);
+
 /// Draws the line into the current window: the text, or the list's messages separated by ",  ", or nothing.
 void DrawStatus(const char* text, const std::int16_t* list);
 /// Draws a list's messages at the current position.

@@ -219,6 +219,9 @@ void DrawView() {
 }
 
 void CheckView(int device, short value) {
+    CallSlot(TheViewportSlots.InputBegins);
+    if (value)
+        ShowRemark("");
     if (ObjectIsolated)
         CleanUpObject();
     const int number = NumberOfCurrentViewport();

@@ -16,6 +16,8 @@ extern int WindowsFrozen;
 
 /// What the views need of the layers above; each is skipped when null.
 struct ViewportSlots {
+    /// A press or a key in a view is about to be answered.
+    void (*InputBegins)() = nullptr;
     // A press in a view, and a character typed there.
     void (*StartLeftModel)(View* view) = nullptr;
     void (*StartMiddleModel)(View* view) = nullptr;
