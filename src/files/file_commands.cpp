@@ -13,6 +13,7 @@
 #include "files/foreign_changes.h"
 #include "files/merge_window.h"
 #include "files/reader.h"
+#include "files/recent_files.h"
 #include "files/unsaved_work.h"
 #include "files/writer.h"
 #include "gooey/file_selector.h"
@@ -32,6 +33,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -86,6 +88,7 @@ void (*AfterForeignSave)() = nullptr;
 void NoteWorkSaved() {
     WorkSaved = 1;
     RememberFileOnDisk(CurrentPath());
+    NoteRecentFile(CurrentPath());
     NameIsOfUnreadFile = false;
     ForgetCheckpoint();
     ResetCheckpoint();
@@ -329,8 +332,11 @@ int LoadModelFile(const char* path) {
     if (read && TexturesMissing && !Mergeing)
         ShowStatusNote("The textures that are missing keep their names and their places on the polygons when the model "
                        "is saved.");
-    if (read)
+    if (read) {
+        if (!Mergeing && stat(CurrentPath().c_str(), &status) == 0)
+            NoteRecentFile(CurrentPath());
         return 1;
+    }
     TellThatFileIsMissing();
     if (StartingUp)
         PutDefaultsInPlace();
@@ -340,6 +346,12 @@ int LoadModelFile(const char* path) {
 void AfterSavingAnyway(void (*action)()) {
     if (AskingAboutForeignChange())
         AfterForeignSave = action;
+}
+
+void OpenModelByName(const std::string& path) {
+    static std::filesystem::path toOpen; // for the answer to the question
+    toOpen = path;
+    WorkNotSaved([] { DoFileOp(FileToOpen, toOpen.parent_path().c_str(), toOpen.filename().c_str()); });
 }
 
 int LoadImportedModel(const char* path) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 // The operations of the File menu. The current model's directory and name are FilePath and FileName
 // (base/directories.h).
 
@@ -35,6 +37,9 @@ void DoFileOp(int mode, const char* directory, const char* name);
 /// ReadKirvo under the name FileName, from which the ending of a backup is cut. When that fails during start-up the
 /// model gets the default materials and textures, and start-up is over. 1 on success.
 int LoadModelFile(const char* path);
+
+/// Opens the model of that whole name after the question about unsaved work.
+void OpenModelByName(const std::string& path);
 
 /// LoadModelFile for a model that was made of another program's file, under the name FileName that no saving has given
 /// it yet: a file of that name is not replaced without a question.

@@ -3,6 +3,7 @@
 #include "base/slots.h"
 #include "files/file_commands.h"
 #include "files/file_information_window.h"
+#include "files/recent_files.h"
 #include "gooey/event_loop.h"
 #include "gooey/event_queue.h"
 #include "gooey/information_window.h"
@@ -366,7 +367,9 @@ int DoSafeCommand(int code) {
 }
 
 void MenuAction(int item) {
-    if (item >= FirstConverterItem)
+    if (item >= FirstRecentItem)
+        OpenModelByName(RecentFileOfItem(item));
+    else if (item >= FirstConverterItem)
         CallSlot(TheCommandSlots.DoFileConversion, item);
     else if (item == ProgramInfoItem)
         ShowProgramInfo();

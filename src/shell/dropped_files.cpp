@@ -3,9 +3,7 @@
 #include "base/file_names.h"
 #include "files/conversions.h"
 #include "files/file_commands.h"
-#include "files/unsaved_work.h"
 #include "gooey/file_listing.h"
-#include "gooey/file_selector.h"
 #include "gooey/messages.h"
 #include "gooey/program_windows.h"
 #include "gooey/window.h"
@@ -19,14 +17,6 @@
 
 namespace {
 
-/// For the answer about unsaved work.
-std::string ModelToOpen;
-
-void OpenModel() {
-    const std::filesystem::path path = ModelToOpen;
-    DoFileOp(FileToOpen, path.parent_path().c_str(), path.filename().c_str());
-}
-
 bool IsModel(const std::string& path) {
     return path.ends_with(KirvoExtension) || path.ends_with(std::string(KirvoExtension) + ".bak");
 }
@@ -35,8 +25,7 @@ void Open(const std::string& path) {
     if (!IsReadableFile(path)) {
         TellUserS(("The file \"" + path + "\" cannot be read.").c_str());
     } else if (IsModel(path)) {
-        ModelToOpen = path;
-        WorkNotSaved(OpenModel);
+        OpenModelByName(path);
     } else if (CanBeImported(path.c_str())) {
         ImportByName(path.c_str());
     } else if (IsAnImageFile(path.c_str())) {

@@ -1,5 +1,6 @@
 #include "shell/menus.h"
 
+#include "files/recent_files.h"
 #include "gooey/event_loop.h"
 #include "gooey/menu.h"
 #include "gooey/pull_down.h"
@@ -40,6 +41,7 @@ MenuEntry FileMenu[] = {
     {"Open", MenuEntryItem, 11, -'O', nullptr, nullptr},
     {"Save", MenuEntryItem, 12, -'S', nullptr, nullptr},
     {"Save as", MenuEntrySeparated, 13, 0, nullptr, nullptr},
+    {"Recent files", MenuEntrySeparated, 0, 0, nullptr, RecentFilesCheck},
     {"Import", MenuEntryItem, 0, 0, nullptr, HasImports},
     {"Export", MenuEntrySeparated, 0, 0, nullptr, HasExports},
     {"New", MenuEntryItem, 14, 0, nullptr, nullptr},
@@ -225,6 +227,7 @@ void AddImportsAndExports() {
     MenuEntry& exports = FileEntry("Export");
     imports.Submenu = TheMenuSlots.MakeImportMenu ? TheMenuSlots.MakeImportMenu() : nullptr;
     exports.Submenu = TheMenuSlots.MakeExportMenu ? TheMenuSlots.MakeExportMenu() : nullptr;
+    FileEntry("Recent files").Submenu = RecentFilesMenu();
     // The separator follows the last of the two that is shown.
     imports.Kind = imports.Submenu && !exports.Submenu ? MenuEntrySeparated : MenuEntryItem;
 }

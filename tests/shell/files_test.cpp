@@ -92,7 +92,8 @@ class Files : public testing::Test {
     Names HomeNames() const {
         Names names;
         for (const fs::directory_entry& entry : fs::directory_iterator(program.Home()))
-            names.push_back(entry.path().filename());
+            if (entry.path().filename() != ".kirvo_recent")
+                names.push_back(entry.path().filename());
         std::sort(names.begin(), names.end());
         return names;
     }
@@ -123,6 +124,15 @@ TEST_F(Files, SaveAsNamesTheModelAndAsksBeforeReplacing) {
     // The next start finds the model again.
     ExpectGoodEnd(program.Play("report again.json\n"));
     EXPECT_EQ(FileIn("again.json"), "my models/taken.kirvo");
+}
+
+TEST_F(Files, RecentModelsAreOpenedFromTheMenu) {
+    Write("first.kirvo", Model());
+    Write("second.kirvo", Model());
+    for (const char* model : {"first.kirvo", "second.kirvo"})
+        ExpectGoodEnd(program.Play("wait 1\n", InHome(model)));
+    ExpectGoodEnd(program.Play("in Kirvo\nmenu File \"Recent files\" ~/first.kirvo\nwait 1\nreport opened.json\n"));
+    EXPECT_EQ(FileIn("opened.json"), "first.kirvo");
 }
 
 TEST_F(Files, ABackupIsOpenedUnderTheModelsName) {
