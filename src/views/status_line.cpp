@@ -56,7 +56,7 @@ void DrawTextBox(const std::string& text) {
         return;
     gl::cpack(Black);
     const bool withEnd = CurrentWindow == MainWindow && !AtEnd.empty();
-    const int end = withEnd ? StringWidth(AtEnd.c_str()) + EndGap : 0;
+    const int end = withEnd ? TextWidthIn(DefaultFont, AtEnd.c_str()) + EndGap : 0;
     FittedText(DefaultFont, TextX, TextY, CurrentWindow->Width - 2 * TextX - end, text.c_str());
     if (withEnd)
         FittedText(DefaultFont, CurrentWindow->Width - TextX - end + EndGap, TextY, end, AtEnd.c_str());

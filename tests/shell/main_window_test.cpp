@@ -340,4 +340,37 @@ TEST_F(MainWindow, ReportsTellOfTheModel) {
     EXPECT_EQ(report["objects"][0]["lods"][0]["members"].size(), report["objects"][0]["subobjects"].size());
 }
 
+TEST_F(MainWindow, OutlinesWhatAClickWouldSelectAndTellsWhereThePointerIs) {
+    // Without a display nothing is outlined until the user asks for it.
+    constexpr char toggle[] = "in Kirvo\nmenu Settings \"Show what is pointed at\"\n";
+    const auto look = [](const std::string& name) {
+        return "in \"Subview 0\"\nmove 300 260\nwait 40\nsnapshot " + name + "\n";
+    };
+    Play(look("off.png") + toggle + look("on.png") + "key v\n" + look("vertex.png") + "key p\n" + look("again.png") +
+             toggle + look("later.png"),
+         "box.kirvo");
+    const auto contents = [this](const char* name) {
+        std::ifstream file(program.Directory() / name, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    EXPECT_FALSE(contents("off.png").empty());
+    EXPECT_TRUE(contents("off.png") != contents("on.png"));
+    EXPECT_TRUE(contents("on.png") != contents("vertex.png")) << "no polygon is outlined when vertices are selected";
+    EXPECT_TRUE(contents("on.png") == contents("again.png"));
+    EXPECT_TRUE(contents("off.png") == contents("later.png"));
+}
+
+TEST_F(MainWindow, SaysWhatWasUndone) {
+    Play("in \"Subview 0\"\nmove 20 20\nkey Alt+z\nreport nothing.json\n"
+         "key Ctrl+a Backspace\nreport done.json\nkey Alt+z\nreport undone.json\nkey Alt+z\nreport again.json\n"
+         "key Ctrl+a\nreport later.json\n",
+         "box.kirvo");
+    EXPECT_EQ(Report("nothing.json")["status"], "There is nothing to undo.");
+    EXPECT_EQ(Report("done.json")["status"], Hints3D);
+    const std::string undone = Report("undone.json")["status"], again = Report("again.json")["status"];
+    EXPECT_TRUE(undone.starts_with("Undone: \"Delete")) << undone;
+    EXPECT_TRUE(again.starts_with("Done again: \"Delete")) << again;
+    EXPECT_EQ(Report("later.json")["status"], Hints3D);
+}
+
 } // namespace
