@@ -16,8 +16,6 @@ extern int WindowsFrozen;
 
 /// What the views need of the layers above; each is skipped when null.
 struct ViewportSlots {
-    /// A press or a key in a view is about to be answered.
-    void (*InputBegins)() = nullptr;
     // A press in a view, and a character typed there.
     void (*StartLeftModel)(View* view) = nullptr;
     void (*StartMiddleModel)(View* view) = nullptr;
@@ -27,6 +25,8 @@ struct ViewportSlots {
     /// The wheel turned, the pointer (MouseX, MouseY) being in the view: 120ths of a notch to the right and away from
     /// the user.
     void (*TurnWheel)(View* view, int turnX, int turnY) = nullptr;
+    /// A press or a key in a view is about to be answered.
+    void (*InputBegins)() = nullptr;
 };
 
 extern ViewportSlots TheViewportSlots;
