@@ -7,6 +7,7 @@
 #include "gooey/check_box.h"
 #include "gooey/event_loop.h"
 #include "gooey/file_selector.h"
+#include "gooey/keyboard_walk.h"
 #include "gooey/label.h"
 #include "gooey/messages.h"
 #include "gooey/program_windows.h"
@@ -100,8 +101,9 @@ void BuildQuestion() {
     AddCheckBox(CheckX, FirstCheckY, 0, 0, nullptr, "2D coordinates (XY)", Use2Coordinates, &Has2Coordinates);
     AddCheckBox(CheckX, FirstCheckY - CheckStep, 0, 0, nullptr, "3D coordinates (XYZ)", Use3Coordinates,
                 &Has3Coordinates);
-    AddButtons(
+    Gadget* const choices = AddButtons(
         0, 8, WindowWidth, 0, 2, answers, [] { Answer(ButtonChoice == 0); }, nullptr, nullptr);
+    SetDefaultButton(choices, 0);
 }
 
 const ToolWindow FormatQuestion = {

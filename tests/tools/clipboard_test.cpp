@@ -5,6 +5,7 @@
 #include "store/duplicates.h"
 #include "store/integrity.h"
 #include "store/new_vertices.h"
+#include "store/objects.h"
 #include "store/structure_editing.h"
 #include "support/test_seed.h"
 #include "tools/described_model.h"
@@ -120,6 +121,34 @@ TEST_F(Clipboard, CuttingAndPastingBackJoinsTheVertices) {
     CloseOffsetGizmo(1);
     EXPECT_EQ(Polygons(), 3u);
     EXPECT_EQ(Vertices(), 6u);
+}
+
+TEST_F(Clipboard, OutlivesObjectsAndMergedFilesButNotTheModel) {
+    TheStorageSlots.FreePolygonPaste = FreePolygonPaste;
+    TheStorageSlots.FreeVertexPaste = FreeVertexPaste;
+    Square(0, 0);
+    Select({FirstPolygon()});
+    CopyPolygons();
+    SetVertexSelected(CurrentObject(), FirstVertex(), 1);
+    CleanUpObject();
+    CopyVertices();
+    ::Object* const source = CurrentObject();
+    CurrentObject() = AddObject("Other", 0, 0);
+    DeleteObject(source);
+    PointToMerge(1);
+    ResetStorage();
+    PointToMerge(0);
+    for (const std::size_t pasted : {1u, 2u}) {
+        PastePolygons();
+        CloseOffsetGizmo(1);
+        EXPECT_EQ(Polygons(), pasted);
+    }
+    PasteVertices();
+    CloseOffsetGizmo(1);
+    EXPECT_EQ(Vertices(), 5u) << "the squares have been joined at their corners";
+    ResetStorage();
+    EXPECT_TRUE(!PolygonPasteList && !PolygonPasteVertices && !VertexPaste);
+    TheStorageSlots = {};
 }
 
 TEST_F(Clipboard, ASubPolygonAloneIsPastedAtTheTop) {

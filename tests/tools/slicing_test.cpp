@@ -5,6 +5,7 @@
 #include "store/clean_up.h"
 #include "store/integrity.h"
 #include "support/test_seed.h"
+#include "tools/closed_surface.h"
 #include "tools/slicing.h"
 
 #include <cmath>
@@ -111,11 +112,13 @@ TEST_F(Slicing, AreasAddUpOverRandomPolygons) {
         }
         AddFace(places);
         const std::vector<double> before = Areas();
+        const double volume = SurfaceOfModel().Volume(); // of the cone to the origin
         Matrix grid;
         MultMatrix(PitchMatrix(unit(random) * 180), TranslationMatrix(0, unit(random), unit(random)), grid);
         SliceAll(grid);
         for (int axis = 0; axis < 3; ++axis)
             ASSERT_NEAR(Areas()[axis], before[axis], 1e-9) << "round " << round;
+        ASSERT_NEAR(SurfaceOfModel().Volume(), volume, 1e-9) << "round " << round;
         for (const Polygon* polygon : EveryPolygon(CurrentObject()))
             for (const Vertex* vertex : Corners(polygon)) {
                 const double side = (vertex->Position[0] - grid[3][0]) * grid[2][0] +
