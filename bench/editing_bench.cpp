@@ -160,20 +160,16 @@ void FrameOfWalls(benchmark::State& state) {
     CancelTool();
 }
 
-/// A million vertices of no polygon in rows (0), or all in the plane x = 0 (1): every second one is near the one
-/// before.
-void Amalgamate(benchmark::State& state) {
+/// Joins what `build` puts into an empty object, with a gap of 0.3 m.
+template <class Build>
+void AmalgamateModel(benchmark::State& state, Build build) {
     for (auto _ : state) {
         state.PauseTiming();
         StartOver(0);
         ResetStorage();
-        for (int i = 0; i < Side * Side; ++i) {
-            const double along = i % Side - (i % 2 ? 0.9 : 0), row = i / Side;
-            AddVertex(state.range(0) ? 0 : row, along, state.range(0) ? row : 0);
-        }
+        build();
         CleanUpObject();
         AmalgamateVertices();
-        // Half the distance between pairs.
         AmalgamateGap = 0.3 / (ObjectRadius() * 0.001);
         state.ResumeTiming();
         FindCloseVertices();
@@ -185,24 +181,20 @@ void Amalgamate(benchmark::State& state) {
     }
 }
 
-/// The same with the corners of the sheet's quadrilaterals, each having a twin of its neighbours' beside it.
+/// A million vertices of no polygon in rows (0), or all in the plane x = 0 (1): every second one is near the one
+/// before.
+void Amalgamate(benchmark::State& state) {
+    AmalgamateModel(state, [&] {
+        for (int i = 0; i < Side * Side; ++i) {
+            const double along = i % Side - (i % 2 ? 0.9 : 0), row = i / Side;
+            AddVertex(state.range(0) ? 0 : row, along, state.range(0) ? row : 0);
+        }
+    });
+}
+
+/// A million corners of quadrilaterals, three in four of which lie where another one does.
 void AmalgamateSheet(benchmark::State& state) {
-    for (auto _ : state) {
-        state.PauseTiming();
-        StartOver(0);
-        ResetStorage();
-        BuildSeparateSheet(Side / 2);
-        CleanUpObject();
-        AmalgamateVertices();
-        AmalgamateGap = 0.3 / (ObjectRadius() * 0.001);
-        state.ResumeTiming();
-        FindCloseVertices();
-        DoAmalgamate();
-        state.PauseTiming();
-        state.counters["left"] = static_cast<double>(std::distance(EveryVertex(CurrentObject()).begin(), {}));
-        ClearControl();
-        state.ResumeTiming();
-    }
+    AmalgamateModel(state, [] { BuildSeparateSheet(Side / 2); });
 }
 
 void ReadCoordinates(benchmark::State& state) {
