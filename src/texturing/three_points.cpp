@@ -2,6 +2,7 @@
 
 #include "geometry/vectors.h"
 #include "interaction/bar_gadgets.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/picking.h"
 #include "platform/drawing.h"
 #include "platform/state.h"
@@ -158,8 +159,10 @@ void DrawLines(const double* corner, const double* step, const double* way) {
 
 void ApplyTexture3Point() {
     PlaceFrame();
-    if (BeginTextureTool(ThreePointTool, MapThem))
-        ThreePointActive = 1;
+    if (!BeginTextureTool(ThreePointTool, MapThem))
+        return;
+    ThreePointActive = 1;
+    DisableGridGizmo();
 }
 
 void DrawTexture3Point(View* view) {

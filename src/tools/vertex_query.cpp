@@ -5,6 +5,7 @@
 #include "gooey/numeric_panel.h"
 #include "gooey/program_windows.h"
 #include "gooey/redraw.h"
+#include "interaction/pending_pick.h"
 #include "interaction/selection.h"
 #include "interaction/selection_sets.h"
 #include "interaction/tool_protocol.h"
@@ -13,7 +14,6 @@
 #include "store/normals.h"
 #include "store/storage.h"
 #include "tools/bar_gadgets.h"
-#include "views/display_flags.h"
 #include "views/markers.h"
 #include "views/viewports.h"
 
@@ -37,7 +37,6 @@ struct {
 /// Of the running tool's bar; they go with it.
 Gadget* BarText;
 NumericFields Coordinates;
-int ShowedVertices;
 
 const char* CoordinateText(int axis) {
     static char text[FieldSize];
@@ -123,7 +122,7 @@ void Leave() {
     BarText = nullptr;
     Coordinates = {};
     DeselectAllVertices();
-    ShowVertices = ShowedVertices;
+    UnforceVerticesShown();
     LabelSelectedVertices = 0;
     KeepPolygonsWithoutArea = 0;
     NormalsOK() = 0;
@@ -154,8 +153,8 @@ const Tool VertexQuery = {
 void Query_AdjustVertices() {
     BeginTool(VertexQuery);
     DeselectAllVertices();
-    ShowedVertices = ShowVertices;
-    ShowVertices = LabelSelectedVertices = 1;
+    ForceVerticesShown();
+    LabelSelectedVertices = 1;
     // A coordinate that is typed may take a polygon's area until the next one is.
     KeepPolygonsWithoutArea = 1;
 }

@@ -2,6 +2,7 @@
 
 #include "base/memory.h"
 #include "gooey/messages.h"
+#include "interaction/grid_gizmo.h"
 #include "interaction/picking.h"
 #include "store/appearance.h"
 #include "store/clean_up.h"
@@ -170,6 +171,7 @@ TEST_F(TextureTools, TheFrameOfThreePointsIsDragged) {
     GridSnap = 1;
     ApplyTexture3Point();
     Settle();
+    EXPECT_TRUE(GridGizmoDisabled);
     ExpectCoordinates({0, 0, 2 / g, 0, 2 / g, 2 / g, 0, 2 / g});
     InView("drag left" + Ground(0, 0) + Ground(g, 0));
     ExpectCoordinates({-1, 0, 2 / g - 1, 0, 2 / g - 1, 2 / g, -1, 2 / g});
@@ -183,6 +185,7 @@ TEST_F(TextureTools, TheFrameOfThreePointsIsDragged) {
     InView("drag left" + Ground(-2 * g, -2 * g) + Ground(0, 0));
     EXPECT_EQ(Coordinates(), before);
     Button("Done");
+    EXPECT_FALSE(GridGizmoDisabled);
 }
 
 TEST_F(TextureTools, TheCylinderTakesPositiveNumbersOnly) {
