@@ -40,6 +40,10 @@ void VertexSelectionWasMade(Object* object) {
     Tell<&AppearanceSlots::VertexSelectionMade>(object);
 }
 
+void VerticesHaveMoved(Object* object) {
+    Tell<&AppearanceSlots::VerticesMoved>(object);
+}
+
 void SubObjectIsFreed(SubObject* subObject) {
     Tell<&AppearanceSlots::SubObjectFreed>(subObject);
 }

@@ -20,6 +20,8 @@ void ObjectWasCleanedUp(Object* object);
 /// The list of the object's selected polygons has been made anew, and that of its selected and loose vertices.
 void PolygonSelectionWasMade(Object* object);
 void VertexSelectionWasMade(Object* object);
+/// Vertices have been placed anew in a motion (store/motion.h).
+void VerticesHaveMoved(Object* object);
 /// The record is about to be released.
 void SubObjectIsFreed(SubObject* subObject);
 void ObjectIsFreed(Object* object);
@@ -36,6 +38,7 @@ struct AppearanceSlots {
     void (*SubObjectFreed)(SubObject* subObject) = nullptr;
     void (*ObjectFreed)(Object* object) = nullptr;
     void (*MaterialFreed)(Material* material) = nullptr;
+    void (*VerticesMoved)(Object* object) = nullptr;
 };
 
 /// For the rest of the run; each listener once.

@@ -193,6 +193,21 @@ int GeneratePolygonNormal(Polygon* polygon) {
     return 1;
 }
 
+void GenerateNormalsOf(std::span<Polygon* const> polygons) {
+    std::vector<const Vertex*> smooth;
+    for (Polygon* polygon : polygons) {
+        GeneratePolygonNormal(polygon);
+        if (polygon->Lighting == LightingSmooth)
+            for (const PolygonBead* bead : EveryBead(polygon))
+                smooth.push_back(bead->Vertex);
+    }
+    std::sort(smooth.begin(), smooth.end(), std::less<>());
+    smooth.erase(std::unique(smooth.begin(), smooth.end()), smooth.end());
+    CornerSmoother smoother;
+    for (const Vertex* vertex : smooth)
+        smoother.Smooth(vertex);
+}
+
 void GenerateNormals() {
     Object* object = CurrentObject();
     const std::int32_t connectionsOK = object->ConnectionsOK;

@@ -2,6 +2,8 @@
 
 #include "store/records.h"
 
+#include <span>
+
 // Normals of polygons and corners, and the bounds of an object.
 
 /// Flag: GenerateNormals is computing the radius. While it is set, ObjectRadius starts no clean-up.
@@ -14,6 +16,10 @@ extern int KeepPolygonsWithoutArea;
 /// Sets the polygon's unit Normal by Newell's method: it points to where the ring is seen counter-clockwise. A ring
 /// without area returns 0 and leaves Normal alone, else 1.
 int GeneratePolygonNormal(Polygon* polygon);
+
+/// Sets the normals of some polygons of the current object, whose connections are valid, after vertices of theirs have
+/// moved; those without area keep theirs. Smooth corners are set with those that they share a vertex with.
+void GenerateNormalsOf(std::span<Polygon* const> polygons);
 
 /// Computes all normals, boxes and the radius of the current object, whose connections must be valid. Polygons without
 /// area are deleted, with the vertices that only they used; the connections are then made anew and both selections need

@@ -2,9 +2,11 @@
 
 #include "geometry/boxes.h"
 #include "geometry/planes.h"
+#include "interaction/position_gizmo.h"
 #include "interaction/selection_sets.h"
 #include "store/accessors.h"
 #include "store/clean_up.h"
+#include "store/motion.h"
 #include "store/normals.h"
 #include "store/polygon_editing.h"
 #include "store/undo.h"
@@ -16,6 +18,9 @@
 Vertex* MovingVertices;
 
 namespace {
+
+/// Where the moving vertices were placed when derived data was made last.
+Matrix Settled = IdentityMatrix;
 
 Along<&Vertex::NextInGroup> EveryMovingVertex() {
     return Along<&Vertex::NextInGroup>(MovingVertices);
@@ -41,11 +46,13 @@ Vertex* PartFromUnselected(Vertex* vertex) {
 
 void BeginMove() {
     MovingVertices = nullptr;
+    Settled = IdentityMatrix;
     KeepPolygonsWithoutArea = 1;
 }
 
 void EndMove() {
     MovingVertices = nullptr;
+    EndMotion();
     if (KeepPolygonsWithoutArea)
         NormalsOK() = 0;
     KeepPolygonsWithoutArea = 0;
@@ -61,8 +68,15 @@ void LetUserPlaceVertices(PositionApply apply, PositionEnd cancel, PositionEnd d
     OpenOffsetGizmo(apply, cancel, done, CentreOfMovingVertices, MovingVerticesToPlane, title);
 }
 
-void PlaceMovingVertices(const Matrix& matrix, int) {
+void PlaceMovingVertices(const Matrix& matrix, int mode) {
+    const bool settled = mode == PositionSettled;
+    if (!settled)
+        CleanUpObject();
     TransformMovingVertices(matrix);
+    if (!settled && StepMotion(MovingVertices, Settled, matrix))
+        return;
+    EndMotion();
+    Settled = matrix;
     NormalsOK() = 0;
 }
 

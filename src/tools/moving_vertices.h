@@ -19,7 +19,8 @@ void AddMovingVertex(Vertex* vertex);
 
 /// Lets the user place them with the position gizmo; see OpenOffsetGizmo.
 void LetUserPlaceVertices(PositionApply apply, PositionEnd cancel, PositionEnd done, int title);
-/// An apply for vertices that polygons use.
+/// An apply for vertices of the current object. While they are dragged derived data stays as it was; otherwise it is
+/// made anew at the next clean-up.
 void PlaceMovingVertices(const Matrix& matrix, int mode);
 /// A cancel: ends the move, and takes back what has happened since the undo snapshot.
 void UndoMove();

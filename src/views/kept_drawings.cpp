@@ -1,10 +1,14 @@
 #include "views/kept_drawings.h"
 
 #include "base/debug.h"
+#include "geometry/matrices.h"
 #include "materials/material_definitions.h"
+#include "platform/matrices.h"
 #include "platform/recordings.h"
 #include "store/accessors.h"
 #include "store/appearance.h"
+#include "store/motion.h"
+#include "store/normals.h"
 #include "store/walks.h"
 #include "views/capabilities.h"
 #include "views/kept_recording.h"
@@ -63,6 +67,44 @@ Stretch StretchFrom(const Polygon* first, PolygonLink next) {
 struct Piece {
     std::uint64_t Looks;
     KeptRecording Kept;
+    Stretch Holds;
+    /// During a motion: how much of it moves, what must have its normals made anew, and in which step it was recorded.
+    Moves Moving = Moves::Nothing;
+    std::vector<Polygon*> Changing;
+    unsigned RecordedIn = 0;
+};
+
+/// Finds out how much of what is drawn moves.
+class MotionTarget {
+  public:
+    explicit MotionTarget(Piece& piece) : Of(piece) {}
+
+    void SetMaterial(const Material*) {}
+
+    void SetTexture(const Texture*) {}
+
+    void SetTextureGeneration(bool) {}
+
+    void SetDepthWrites(bool) {}
+
+    void SetColourWrites(bool) {}
+
+    void Fill(const Polygon* polygon, const Material*, bool) { Outline(polygon); }
+
+    void Outline(const Polygon* polygon) {
+        const Moves moves = HowMuchMoves(polygon);
+        if (moves != Moves::Nothing)
+            Of.Changing.push_back(const_cast<Polygon*>(polygon)); // lists know their polygons as constant here
+        if (First)
+            Of.Moving = moves;
+        else if (moves != Of.Moving)
+            Of.Moving = Moves::Something;
+        First = false;
+    }
+
+  private:
+    Piece& Of;
+    bool First = true;
 };
 
 /// One list of polygons in one form.
@@ -70,7 +112,6 @@ class KeptDrawing {
   public:
     /// Brings the pieces up to date; true when they were not.
     bool Update(const Polygon* first, PolygonLink next, PolygonForm form) {
-        std::vector<Stretch> stretches;
         std::vector<Piece> former;
         former.swap(Pieces);
         std::unordered_multimap<std::uint64_t, Piece*> byLooks;
@@ -85,26 +126,47 @@ class KeptDrawing {
                 first = first->*next;
             if (looks.Nothing())
                 continue;
-            stretches.push_back(stretch);
-            Pieces.push_back({looks.Value(), KeptRecording()});
+            Pieces.push_back({looks.Value(), KeptRecording(), stretch, Moves::Nothing, {}, 0});
             if (const auto found = byLooks.extract(looks.Value())) {
                 Pieces.back().Kept = std::move(found.mapped()->Kept);
-                stretches.back().Count = 0;
                 ++kept;
             }
         }
         const bool changed = kept != former.size() || kept != Pieces.size();
         former.clear(); // before anything is recorded: both at once need not fit
-        for (std::size_t i = 0; i < Pieces.size(); ++i)
-            if (stretches[i].Count)
-                Record(Pieces[i].Kept, stretches[i], next, form);
+        for (Piece& piece : Pieces)
+            if (piece.Kept.IsEmpty())
+                Record(piece, next, form);
+        Classified = 0;
         return changed;
     }
 
+    /// While some of the polygons move: `way` leads from where they were recorded.
+    void DrawMoving(const Motion& motion, const Matrix& way, PolygonLink next, PolygonForm form, std::uint32_t colour) {
+        if (Classified != motion.Number)
+            Classify(next, form);
+        Classified = motion.Number;
+        for (Piece& piece : Pieces) {
+            if (piece.Moving == Moves::Something && piece.RecordedIn != motion.Step) {
+                GenerateNormalsOf(piece.Changing);
+                Record(piece, next, form);
+                piece.RecordedIn = motion.Step;
+                piece.Looks = 0; // of this moment: the next update makes it anew
+            }
+            const bool taken = piece.Moving == Moves::Everything;
+            if (taken) {
+                gl::pushmatrix();
+                gl::multmatrix(way.Element);
+            }
+            Draw(piece, form, colour);
+            if (taken)
+                gl::popmatrix();
+        }
+    }
+
     void Draw(PolygonForm form, std::uint32_t colour) const {
-        const bool outlines = form >= PolygonForm::Outline;
         for (const Piece& piece : Pieces)
-            outlines ? piece.Kept.Draw(colour) : piece.Kept.Draw();
+            Draw(piece, form, colour);
     }
 
     /// Says that polygons may look different.
@@ -112,17 +174,35 @@ class KeptDrawing {
 
     unsigned UpToDate = 0;  // the Age at the last Update
     unsigned LastDrawn = 0; // the number of the drawing
+    unsigned UpdatedIn = 0; // the motion of the last Update, 0 for none
+    Matrix UpdatedAt;       // its way at that time
 
   private:
-    static void Record(KeptRecording& kept, const Stretch& stretch, PolygonLink next, PolygonForm form) {
-        kept.Record([&] {
+    static void Draw(const Piece& piece, PolygonForm form, std::uint32_t colour) {
+        form >= PolygonForm::Outline ? piece.Kept.Draw(colour) : piece.Kept.Draw();
+    }
+
+    static void Record(Piece& piece, PolygonLink next, PolygonForm form) {
+        piece.Kept.Record([&] {
             GraphicsTarget target(form == PolygonForm::FacingOutline);
-            DrawStretch(stretch, next, form, target);
+            DrawStretch(piece.Holds, next, form, target);
         });
         ++PiecesRecorded;
     }
 
+    void Classify(PolygonLink next, PolygonForm form) {
+        MarkVerticesInMotion();
+        for (Piece& piece : Pieces) {
+            piece.Changing.clear();
+            MotionTarget target(piece);
+            DrawStretch(piece.Holds, next, form, target);
+            if (piece.Moving != Moves::Something)
+                piece.Changing = {};
+        }
+    }
+
     std::vector<Piece> Pieces;
+    unsigned Classified = 0; // the motion for which it is known what moves
 };
 
 /// The drawings of one owner of a list, by form.
@@ -150,14 +230,29 @@ void Draw(KeptForms& forms, const Polygon* first, PolygonLink next, PolygonForm 
     std::unique_ptr<KeptDrawing>& drawing = forms[static_cast<std::size_t>(form)];
     if (!drawing)
         drawing = std::make_unique<KeptDrawing>();
+    const Motion* motion = CurrentMotion();
+    if (motion && motion->Of != CurrentObject())
+        motion = nullptr;
     const bool inDoubt = drawing->UpToDate != Age;
-    if (inDoubt || CheckKeptDrawings) {
+    if (inDoubt || (CheckKeptDrawings && !motion)) {
+        if (motion)
+            MakeNormalsInMotion();
         if (drawing->Update(first, next, form) && !inDoubt)
             ReportStale(what);
         drawing->UpToDate = Age;
+        drawing->UpdatedIn = motion ? motion->Number : 0;
+        if (motion)
+            drawing->UpdatedAt = motion->Way;
     }
     drawing->LastDrawn = DrawingNumber;
-    drawing->Draw(form, colour);
+    if (!motion) {
+        drawing->Draw(form, colour);
+        return;
+    }
+    Matrix way = motion->Way;
+    if (drawing->UpdatedIn == motion->Number)
+        MultMatrix(MatrixInverse(drawing->UpdatedAt), way, way);
+    drawing->DrawMoving(*motion, way, next, form, colour);
 }
 
 template <class Owner>
@@ -216,7 +311,7 @@ void FollowChanges() {
     static const bool following = [] {
         CheckKeptDrawings |= DeveloperBuild;
         ListenToAppearance({PolygonChanged, ObjectChanged, EverythingChanged, ObjectChanged, SelectionChanged, nullptr,
-                            SubObjectFreed, ObjectFreed});
+                            SubObjectFreed, ObjectFreed, nullptr, nullptr});
         return true;
     }();
     static_cast<void>(following);

@@ -121,7 +121,9 @@ void DoubtMarkers(Object* object) {
 KeptMarkers& KeptMarkersOf(const Object* object) {
     static const bool following = [] {
         AppearanceSlots listener;
-        listener.ObjectCleanedUp = listener.ObjectChanged = listener.VertexSelectionMade = DoubtMarkers;
+        for (auto* slot : {&listener.ObjectCleanedUp, &listener.ObjectChanged, &listener.VertexSelectionMade,
+                           &listener.VerticesMoved})
+            *slot = DoubtMarkers;
         listener.ObjectFreed = [](Object* freed) { Kept.erase(freed); };
         ListenToAppearance(listener);
         return true;

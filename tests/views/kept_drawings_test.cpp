@@ -7,6 +7,7 @@
 #include "store/appearance.h"
 #include "store/clean_up.h"
 #include "store/material_list.h"
+#include "store/motion.h"
 #include "store/objects.h"
 #include "store/polygon_editing.h"
 #include "store/pools.h"
@@ -16,7 +17,11 @@
 #include "views/display_flags.h"
 #include "views/kept_drawings.h"
 
+#include <algorithm>
 #include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -150,6 +155,92 @@ TEST_F(KeptDrawings, FollowEveryChange) {
         }
     }
     Keep("changed");
+}
+
+/// Puts vertices in motion: all, or those of some polygons.
+Vertex* Chain(const std::vector<const Polygon*>& polygons) {
+    Vertex* first = nullptr;
+    const auto add = [&](Vertex* vertex) {
+        std::copy_n(vertex->Position, 3, vertex->SavedPosition);
+        vertex->NextInGroup = first;
+        first = vertex;
+    };
+    if (polygons.empty())
+        for (Vertex* vertex : EveryVertex(CurrentObject()))
+            add(vertex);
+    for (const Polygon* polygon : polygons)
+        for (const PolygonBead* bead : EveryBead(polygon))
+            add(bead->Vertex);
+    return first;
+}
+
+void Place(Vertex* first, const Matrix& matrix) {
+    for (Vertex* vertex : Along<&Vertex::NextInGroup>(first))
+        TransformCoordinate(vertex->SavedPosition, matrix, vertex->Position);
+}
+
+TEST_F(KeptDrawings, FollowMotionsStepByStep) {
+    BuildSheet(100);
+    for (Vertex* vertex : EveryVertex(CurrentObject()))
+        vertex->Position[1] = 1;
+    Build();
+    for (const bool smooth : {false, true}) // with light that shows normals
+        for (Polygon* polygon : {Roof, Other}) {
+            polygon->Material = AddGlow(0);
+            polygon->Material->Diffuse[smooth] = 1;
+        }
+    MaterialsNeedDefining = 1;
+    SelectPolygon(Other, 1);
+
+    const struct {
+        const char* Name;
+        std::vector<const Polygon*> Polygons;
+    } sets[] = {{"all", {}}, {"some", {Wall, Pane, Other}}, {"a part of one", {Roof}}};
+
+    Matrix turned, stretched;
+    MultMatrix(RollMatrix(20), TranslationMatrix(0.2, 0, 0.1), turned);
+    MultMatrix(ScaleMatrix(1.5, 1, 0.6), PitchMatrix(25), stretched);
+
+    for (const auto& set : sets)
+        for (const int display : {0, 1, 2}) {
+            SCOPED_TRACE(std::string(set.Name) + " as " + std::to_string(display));
+            SolidView = display == 0;
+            Backface = display == 2;
+            View& view = LookFrom(display == 2 ? Direction3D : Front, 2.5);
+            Draw(view);
+            Vertex* first = Chain(set.Polygons);
+            if (set.Polygons.size() == 1)
+                first = first->NextInGroup;
+            for (const Matrix* matrix : {&turned, &stretched}) {
+                Place(first, *matrix);
+                ASSERT_TRUE(StepMotion(first, IdentityMatrix, *matrix));
+                Draw(view);
+            }
+            const gl::Picture moved = Shown();
+            // What comes to be drawn during a motion starts where it is by then.
+            ReleaseKeptDrawings();
+            Draw(view);
+            Place(first, turned);
+            ASSERT_TRUE(StepMotion(first, IdentityMatrix, turned));
+            Draw(view);
+            const gl::Picture back = Shown();
+            EndMotion();
+            for (const auto& [matrix, picture] : {std::pair{&turned, &back}, {&stretched, &moved}}) {
+                Place(first, *matrix);
+                NormalsOK() = 0;
+                ReleaseKeptDrawings();
+                Draw(view);
+                EXPECT_LE(gl::DifferingPixels(*picture, Shown(), 4, nullptr), 20);
+            }
+        }
+    const Matrix mirrored = ScaleMatrix(-1, 1, 1), flat = ScaleMatrix(1, 1, 1e-9);
+    Vertex* first = Chain({});
+    for (const Matrix* matrix : {&mirrored, &flat}) {
+        EXPECT_TRUE(StepMotion(first, IdentityMatrix, turned));
+        EXPECT_FALSE(StepMotion(first, IdentityMatrix, *matrix));
+        EXPECT_EQ(CurrentMotion(), nullptr);
+    }
+    EXPECT_FALSE(StepMotion(first, flat, IdentityMatrix));
 }
 
 TEST_F(KeptDrawings, TellWhenNobodyToldOfAChange) {
