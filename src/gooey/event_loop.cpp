@@ -66,6 +66,8 @@ struct Handling {
 Handling* InnermostHandling = nullptr;
 /// Gids of windows to be shut when they have handled their event.
 std::vector<int> ShutsThatWait;
+/// Special events that were read meanwhile, by loops that know nothing of them.
+std::vector<short> SpecialsThatWait;
 /// True while a function of a window reads events itself; and the window that got the input meanwhile, 0 for none, -1
 /// when it stayed. A drag goes on in the window that it began in, whatever opens and closes under the pointer.
 bool InsideHandler = false;
@@ -90,6 +92,9 @@ class HandlingScope {
         for (int gid : ShutsThatWait)
             QueueEvent(gl::WINSHUT, static_cast<short>(gid));
         ShutsThatWait.clear();
+        for (short value : SpecialsThatWait)
+            QueueEvent(GOOEY_SPECIAL, value);
+        SpecialsThatWait.clear();
     }
 
   private:
@@ -311,6 +316,10 @@ int KeepQueueHappy(int& device, short& value) {
             return EndProgram();
         break;
     case GOOEY_DIRTY:
+        break;
+    case GOOEY_SPECIAL:
+        if (InsideHandler)
+            SpecialsThatWait.push_back(value);
         break;
     case gl::KEYBD:
         value = CharacterWithModifiers(value);

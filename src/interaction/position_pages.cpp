@@ -95,9 +95,9 @@ bool TakeScale(int axis, double value) {
 }
 
 constexpr NumberInput OffsetInputs[] = {
-    {.X = 240, .Y = -125, .Width = 165, .Label = "X:"},
-    {.X = 240, .Y = -162, .Width = 165, .Label = "Y:"},
-    {.X = 240, .Y = -199, .Width = 165, .Label = "Z:"},
+    {.X = 240, .Y = -125, .Width = 156, .Label = "X:"},
+    {.X = 240, .Y = -162, .Width = 156, .Label = "Y:"},
+    {.X = 240, .Y = -199, .Width = 156, .Label = "Z:"},
 };
 constexpr NumberInput AngleInputs[] = {{.X = 440, .Y = -184, .Width = 60}};
 
@@ -114,9 +114,9 @@ const NumericPanel AnglePanel = {.Inputs = AngleInputs,
 
 const NumericPanel& ScalePanel() {
     static const int top = -86 - InputHeight(TextSmallFont);
-    static const NumberInput inputs[] = {{.X = 432, .Y = top, .Width = 71},
-                                         {.X = 432, .Y = top - 41, .Width = 71},
-                                         {.X = 432, .Y = top - 82, .Width = 71}};
+    static const NumberInput inputs[] = {{.X = 432, .Y = top, .Width = 66},
+                                         {.X = 432, .Y = top - 41, .Width = 66},
+                                         {.X = 432, .Y = top - 82, .Width = 66}};
     static const NumericPanel panel = {.Inputs = inputs,
                                        .Text = ScaleText,
                                        .Apply = TakeScale,
@@ -145,6 +145,7 @@ void ChangePage() {
     Position.TranslateMode = DragWithMouse;
     ShowPositionStatus();
     ShowPositionPage();
+    DirtyModelWindows(); // the axis is shown with its page
 }
 
 void MoveToGrid() {
