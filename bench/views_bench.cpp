@@ -29,6 +29,7 @@
 #include "views/kept_drawings.h"
 #include "views/rendering_state.h"
 #include "views/view_transform.h"
+#include "views/work_area.h"
 
 #include <benchmark/benchmark.h>
 #include <epoxy/gl.h>
@@ -223,6 +224,17 @@ void SolidFrame(benchmark::State& state) {
     Frames(state);
 }
 
+/// With a work area about the middle that is so many times as large as the sheet.
+void WorkAreaFrame(benchmark::State& state, double part) {
+    TheSheet();
+    Window gizmo{};
+    WorkAreaGizmo = &gizmo;
+    const double radius = ObjectRadius();
+    ObjectWorkArea() = {1, 1, {0, 0, 0}, 1 / part, radius * part};
+    Frames(state);
+    WorkAreaGizmo = nullptr;
+}
+
 void SolidFrameByHand(benchmark::State& state) {
     SheetByHand(state, false);
 }
@@ -401,6 +413,8 @@ void SceneFrameByHand(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(SolidFrame)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(WorkAreaFrame, aroundAll, 1.0)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(WorkAreaFrame, aHundredth, 0.05)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 BENCHMARK(SolidFrameByHand)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 BENCHMARK(FirstFrame)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 BENCHMARK(FrameAfterOneMaterial)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();

@@ -85,7 +85,7 @@ double RingProjector::DistanceOf(double depth) const {
 const ScreenRing& RingProjector::Project(const Polygon* polygon) {
     Ring.clear();
     Eyes.clear();
-    bool needsClipping = WorkAreaGizmo != nullptr;
+    bool needsClipping = WorkAreaClips();
     for (const PolygonBead* bead : EveryBead(polygon)) {
         double eye[3];
         TransformCoordinate(bead->Vertex->Position, SelectTransform, eye);
@@ -105,7 +105,7 @@ void RingProjector::ProjectClipped(const Polygon* polygon) {
     const double* whole = Eyes.data();
     for (ClipBead* corner = ring; corner; corner = corner->Next) {
         double eye[3];
-        if (WorkAreaGizmo) {
+        if (WorkAreaClips()) {
             const double place[3] = {corner->Position[0], corner->Position[1], corner->Position[2]};
             TransformCoordinate(place, SceneToEye, eye);
         } else {

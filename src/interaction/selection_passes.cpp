@@ -204,7 +204,7 @@ class BoxPass final : public PolygonPass {
             if (Shown->Branch && Shown->Branch->Copied)
                 return; // has had its turn
             // What lies wholly inside needs a look only where it may turn its back or be cut away.
-            if ((inside && !Backface && !WorkAreaGizmo) || Meets(polygon))
+            if ((inside && !Backface && !WorkAreaClips()) || Meets(polygon))
                 Shown->Branch ? ApplyBranchRule(Shown->Branch) : ApplyPolygonRule(polygon);
         });
     }

@@ -3,6 +3,7 @@
 #include "gooey/gadget.h"
 #include "gooey/label.h"
 #include "gooey/program_windows.h"
+#include "gooey/redraw.h"
 #include "gooey/window.h"
 #include "gooey/window_stack.h"
 #include "views/main_window.h"
@@ -14,13 +15,17 @@ namespace {
 bool Asking;
 Gadget* KeptGadgets;
 const std::int16_t* KeptStatus;
-/// Small viewports may be frozen.
-std::int32_t KeptDisabled[ViewportLimit];
+
+/// What a viewport's Disabled is afterwards: small ones may be frozen.
+struct {
+    Window* Of;
+    std::int32_t Disabled;
+} Kept[ViewportLimit];
 
 void FreezeAllButViews() {
     for (int i = 0; i < ViewportLimit; ++i)
         if (Viewport[i]) {
-            KeptDisabled[i] = Viewport[i]->Disabled;
+            Kept[i] = {Viewport[i], Viewport[i]->Disabled};
             Viewport[i]->Disabled = WindowExemptFromDisabling;
         }
     DisableWindow(MainWindow);
@@ -29,8 +34,8 @@ void FreezeAllButViews() {
 void Unfreeze() {
     EnableWindow(MainWindow);
     for (int i = 0; i < ViewportLimit; ++i)
-        if (Viewport[i])
-            Viewport[i]->Disabled = KeptDisabled[i];
+        if (Viewport[i] && Viewport[i] == Kept[i].Of)
+            Viewport[i]->Disabled = Kept[i].Disabled;
 }
 
 } // namespace
@@ -50,6 +55,18 @@ void BeginViewPrompt(const char* text, const std::int16_t* status) {
     KeptStatus = StatusList;
     StatusList = status;
     DirtyModelWindows();
+}
+
+void LetViewsAnswer() {
+    if (!Asking)
+        return;
+    for (int i = 0; i < ViewportLimit; ++i)
+        if (Viewport[i] && Viewport[i] != Kept[i].Of) {
+            // The disabling of the main window goes with it.
+            Kept[i] = {Viewport[i], Viewport[i]->Disabled - 1};
+            Viewport[i]->Disabled = 0;
+            DirtyWindow(Viewport[i]);
+        }
 }
 
 void EndViewPrompt() {

@@ -8,5 +8,7 @@
 /// Shows the text in place of the menus or tool bar, and the status list in place of the present one; both stay the
 /// caller's.
 void BeginViewPrompt(const char* text, const std::int16_t* status);
+/// Lets viewports that have been opened meanwhile stay live as well.
+void LetViewsAnswer();
 /// Brings everything back; nothing when there is no question. When the main window has gone, only gives back memory.
 void EndViewPrompt();

@@ -2,6 +2,9 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/batch_key.h"
 #include "platform/definitions.h"
 #include "platform/driver_state.h"
@@ -41,6 +44,37 @@ bool FollowsLast(const StaticRun& run, const BatchKey& wanted) {
     key.raster.depthWrite = wanted.raster.depthWrite;
     key.raster.colourMask = wanted.raster.colourMask;
     return key == wanted;
+}
+
+enum class Clipped { Nothing, Something, Everything };
+
+// What the clip planes that are on take away of a box in the coordinates of the recording.
+Clipped ByClipPlanes(const StaticRun& run) {
+    const DrawingState& state = State();
+    const Matrix4& viewing = EffectiveViewing();
+    Clipped clipped = Clipped::Nothing;
+    for (int i = 0; i < ClipPlanes; i++) {
+        if (!(state.Raster.clipPlanes >> i & 1))
+            continue;
+        const std::array<double, 4>& plane = state.ClipPlane[i];
+        double least = 0, most = 0, scale = 0;
+        for (int row = 0; row < 4; row++) {
+            double factor = 0;
+            for (int k = 0; k < 4; k++)
+                factor += viewing[4 * row + k] * plane[k];
+            const double a = factor * (row < 3 ? run.low[row] : 1), b = factor * (row < 3 ? run.high[row] : 1);
+            least += std::min(a, b);
+            most += std::max(a, b);
+            scale += std::max(std::abs(a), std::abs(b));
+        }
+        // Rounding must not take away what lies just on the plane.
+        const double slack = 1e-6 * scale;
+        if (most < -slack)
+            return Clipped::Everything;
+        if (least < -slack)
+            clipped = Clipped::Something;
+    }
+    return clipped;
 }
 
 // The materials of a run that is lit; none when it is not, or when none of them is defined.
@@ -146,7 +180,14 @@ void DrawStaticRun(const StaticRun& run) {
     if (!HasSurface())
         return;
     FlushDrawing();
-    const BatchKey key = KeyFor(run.shape);
+    BatchKey key = KeyFor(run.shape);
+    const Clipped clipped = key.raster.clipPlanes ? ByClipPlanes(run) : Clipped::Nothing;
+    if (clipped == Clipped::Everything)
+        return;
+    if (clipped == Clipped::Nothing) {
+        key.raster.clipPlanes = 0;
+        key.clipVersion = 0;
+    }
     if (FollowsLast(run, key) ? !PrepareDriver(key, 0) : !Prepare(run, key))
         return;
     if (run.oneColour)

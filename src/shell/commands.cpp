@@ -17,6 +17,7 @@
 #include "interaction/rotation_centre.h"
 #include "interaction/selection.h"
 #include "interaction/view_commands.h"
+#include "interaction/work_area_setting.h"
 #include "palettes/material_palette.h"
 #include "platform/events.h"
 #include "shell/preferences.h"
@@ -37,6 +38,7 @@
 #include "tools/amalgamation.h"
 #include "tools/create_sphere.h"
 #include "tools/create_vertices.h"
+#include "tools/dimensions.h"
 #include "tools/make_sub_polygons.h"
 #include "tools/move.h"
 #include "tools/n_gons.h"
@@ -237,7 +239,7 @@ const Command Commands[] = {
     {307, "Rename object", InEveryMode, Action, RenameObject},
     {308, "Make a copy of this object", InEveryMode, Action, MakeCopyOfObject},
     {309, "Delete everything except this object", InEveryMode, Action, DeleteAllButObject},
-    {310, "Object dimensions", InEveryMode, Action, NotYet},
+    {310, "Object dimensions", InEveryMode, Action, SetObjectDimensions},
     {311, "Billboard", InEveryMode, Action, ToggleBillboard},
     {312, "Align object: centralise", InEveryMode, Action, AlignWhole<AlignCentre>},
     {313, "Align object: centralise +Z", InEveryMode, Action, AlignWhole<AlignStanding>},
@@ -290,7 +292,7 @@ const Command Commands[] = {
     {Key('3'), "3d", InEveryMode, Safe, ShowIn3d},
     {Key('w'), "Swap views", InEveryMode, Safe, SwapLargeView},
     {Key('.'), "Three views", InEveryMode, Safe, ToggleThreeViews},
-    {Key(','), "Set working area", InEveryMode, Safe, NotYet},
+    {Key(','), "Set working area", InEveryMode, Safe, DoWorkArea},
     {263, "Set rotation centre", InEveryMode, Safe, SetRotationCentre},
     {EndCharacter, "Reset rotation centre", InEveryMode, Safe, ResetCentre},
     {HomeCharacter, "Fit view", InEveryMode, Safe, FitToModel},

@@ -12,6 +12,7 @@
 #include "interaction/preselection.h"
 #include "interaction/tool_protocol.h"
 #include "interaction/view_prompt.h"
+#include "interaction/work_area_setting.h"
 #include "materials/material_definitions.h"
 #include "shell/commands.h"
 #include "shell/menus.h"
@@ -35,6 +36,7 @@ namespace {
 
 /// The main window is going: what runs in it ends, and nothing of it stays behind.
 void EndTools() {
+    EndSettingWorkArea();
     EndViewPrompt();
     EndGridTool(nullptr, EscapeCharacter);
     ClearControl();

@@ -18,6 +18,7 @@
 #include "views/status_line.h"
 #include "views/tool_bar.h"
 #include "views/viewports.h"
+#include "views/work_area.h"
 
 #include <nlohmann/json.hpp>
 
@@ -253,6 +254,13 @@ Json Grid() {
             {"steps", ShownGridSteps()}};
 }
 
+Json WorkArea() {
+    if (!WorkAreaGizmo)
+        return {};
+    const WorkAreaRecord& area = CurrentWorkArea();
+    return {{"centre", Numbers(area.Centre, 3)}, {"halfSize", area.HalfSize}, {"magnification", area.Magnification}};
+}
+
 } // namespace
 
 void ReportModel(Json& report) {
@@ -269,6 +277,7 @@ void ReportModel(Json& report) {
     report["tool"] = Tool();
     report["gizmo"] = Gizmo();
     report["grid"] = Grid();
+    report["workArea"] = WorkArea();
     report["ruler"] = RulerGizmoIsOpen() ? Json({{"value", RulerValue()}}) : Json();
     report["clipboard"] = Clipboard();
 }

@@ -4,9 +4,7 @@
 // none is lost when the defaults file is written anew. Whoever builds one of them takes its variables along.
 
 /// Places, screen pixels, sizes where the user can change them, and flags: a place is known.
-extern int DimensionX, DimensionY, DimensionsOpened;
 extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
-extern int WorkAreaX, WorkAreaY, WorkAreaW, WorkAreaH, WorkAreaOpened;
 extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
 extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
 

@@ -165,7 +165,7 @@ ClipBead* ClipPolygonToFrontClipPlane(ClipBead* ring) {
 }
 
 ClipBead* ClipPolygonToWorkArea(ClipBead* ring) {
-    if (!WorkAreaGizmo)
+    if (!WorkAreaClips())
         return ring;
     const auto limit = [](int axis, double value, bool isUpper) {
         return Limit{&ClipBead::Position, axis, static_cast<float>(value), isUpper};

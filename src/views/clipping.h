@@ -16,5 +16,5 @@ ClipBead* MakeClipPolygon(const Polygon* polygon, int withTexture);
 
 /// Against what lies behind the eye: Eye is set, and is cut at z = -0.00001.
 ClipBead* ClipPolygonToFrontClipPlane(ClipBead* ring);
-/// Against the bounds of the work area while it is in force: Position is cut, normals and texture coordinates follow.
+/// Against the bounds of the work area where it clips: Position is cut, normals and texture coordinates follow.
 ClipBead* ClipPolygonToWorkArea(ClipBead* ring);

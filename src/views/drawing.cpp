@@ -242,7 +242,7 @@ void DrawOverModel(View* view) {
 } // namespace
 
 void SussSpecialDraw() {
-    SpecialDraw = WorkAreaGizmo && CurrentWindow != WorkAreaWindow && !ClipPlanesAvailable;
+    SpecialDraw = WorkAreaClips() && !ClipPlanesAvailable;
 }
 
 void DrawWorkWindow(View* view) {

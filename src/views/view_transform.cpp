@@ -41,7 +41,7 @@ double ReachOf3dView(double radius) {
     const double magnification = WorkAreaMagnification();
     // A magnified work area fills its cube, whose corners lie further out than a model's sphere.
     const double corner = magnification > 1 ? std::sqrt(3.0) : std::sqrt(2.0);
-    const double model = radius * corner;
+    const double model = WorkAreaReach(radius) * corner;
     const double grid = GridExtent(ShownGridIndex(), ShownGridSteps()) * std::sqrt(2.0) * magnification;
     return std::max(model, std::min(grid, 100 * model * magnification));
 }
@@ -51,6 +51,8 @@ double ReachOf3dView(double radius) {
 constexpr double NearestShareOfContent = 0.01;
 
 double NearForContent(const View* view, double near) {
+    if (WorkAreaGizmo)
+        return near; // the cube is the content, and lies about the middle
     const ShownExtent extent = ObjectIsolated ? ObjectBox() : SceneBox();
     if (!BoxIsLostFromAfar(extent))
         return near;
@@ -71,8 +73,9 @@ void LoadPerspective(View* view, double radius) {
 
 void LoadParallel(View* view, double radius) {
     const double width = 1 / view->Projection[0][0], height = 1 / view->Projection[1][1];
-    const double depth = UsableRadius(radius * view->Zoom);
-    view->Size = view->Far = static_cast<float>(depth);
+    const double depth = UsableRadius(WorkAreaReach(radius) * view->Zoom);
+    view->Size = static_cast<float>(UsableRadius(radius * view->Zoom));
+    view->Far = static_cast<float>(depth);
     view->Near = -view->Far;
     gl::ortho(-width, width, -height, height, -depth, depth);
 }

@@ -10,6 +10,9 @@
 #include "views/scene_views.h"
 #include "views/view_transform.h"
 
+#include <algorithm>
+#include <cmath>
+
 Window *WorkAreaGizmo, *WorkAreaWindow;
 double WorkAreaLeft, WorkAreaRight, WorkAreaFront, WorkAreaBack, WorkAreaBottom, WorkAreaTop;
 int SettingWorkArea;
@@ -76,7 +79,7 @@ void SetWorkArea(Matrix* matrix, int load) {
     const WorkAreaRecord& area = CurrentWorkArea();
     if (load)
         CalcWorkAreaBox(area);
-    if (CurrentWindow && CurrentWindow == WorkAreaWindow)
+    if (!WorkAreaClips())
         return;
     const double m = area.Magnification;
     const double* centre = area.Centre;
@@ -93,6 +96,19 @@ void SetWorkArea(Matrix* matrix, int load) {
 
 double WorkAreaMagnification() {
     return WorkAreaGizmo ? CurrentWorkArea().Magnification : 1;
+}
+
+double WorkAreaReach(double radius) {
+    if (!WorkAreaGizmo)
+        return radius;
+    const WorkAreaRecord& area = CurrentWorkArea();
+    // The object may have grown or shrunk since the cube was set.
+    return WorkAreaClips() ? std::max(radius, area.Magnification * area.HalfSize)
+                           : radius + std::hypot(area.Centre[0], area.Centre[1], area.Centre[2]);
+}
+
+int WorkAreaClips() {
+    return WorkAreaGizmo && (!CurrentWindow || CurrentWindow != WorkAreaWindow);
 }
 
 int PointInsideWorkArea(const float* point) {

@@ -31,6 +31,11 @@ void ClipPlanesOff();
 void SetWorkArea(Matrix* matrix, int load);
 /// 1 while it is not in force.
 double WorkAreaMagnification();
+/// How far from its middle the current window's view must reach to show all that it can, where it must reach this far
+/// without a work area.
+double WorkAreaReach(double radius);
+/// 1 while the current window shows only what is inside the bounds: any but the work area's own.
+int WorkAreaClips();
 /// 1 when the point (model space) is inside the bounds, or the work area is not in force.
 int PointInsideWorkArea(const float* point);
 /// 0 when the branch's box lies wholly outside the bounds.

@@ -196,6 +196,20 @@ TEST_F(Recordings, DrawWhatTheCallsDraw) {
             zwritemask(0xFFFFFFFF);
         },
         "states");
+    // Clip planes that leave all of a recording, a part, or nothing.
+    for (const float distance : {9.0f, 0.5f, 0.0f, -0.5f, -9.0f})
+        Same(
+            [distance] {
+                const float planes[2][4] = {{1, 0.2f, 0, distance}, {-0.3f, 0, 1, 9}};
+                for (int i = 0; i < 2; i++) {
+                    clipplane(i, CP_DEFINE, planes[i]);
+                    clipplane(i, CP_ON, nullptr);
+                }
+                Facets(26, 8, true, false);
+                for (int i = 0; i < 2; i++)
+                    clipplane(i, CP_OFF, nullptr);
+            },
+            "clipped");
     Same(
         [] {
             const double p[5][3] = {{-3, -3, 0}, {3, -3, 1}, {0, 0, 2}, {3, 3, 1}, {-3, 3, 0}};
