@@ -205,6 +205,7 @@ void RegisterToolWindow(const ToolWindow& tool) {
 
 void DisableToolWindows() {
     for (const ToolWindow* tool : Registered()) {
+        CallSlot(tool->ToolRuns, 1);
         if (!tool->DisabledByTools)
             continue;
         if (tool->Enabled)
@@ -216,6 +217,7 @@ void DisableToolWindows() {
 
 void EnableToolWindows() {
     for (const ToolWindow* tool : Registered()) {
+        CallSlot(tool->ToolRuns, 0);
         if (!tool->DisabledByTools)
             continue;
         if (tool->Enabled)

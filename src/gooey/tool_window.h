@@ -53,6 +53,9 @@ struct ToolWindow {
     bool DisabledByTools = false;
     /// Flag of such a window, null or the owner's global: 0 while a tool disables it.
     int* Enabled = nullptr;
+    /// A modelling tool begins (1) or has ended (0): for windows that stay usable in part. Called whether it is open or
+    /// not.
+    void (*ToolRuns)(int runs) = nullptr;
     /// Flag kept with the defaults: the window was open when the program ended, and opens with it again.
     int* OpenAtStart = nullptr;
     /// What to do at start-up in place of OpenToolWindow.

@@ -19,6 +19,7 @@
 #include "interaction/view_commands.h"
 #include "interaction/work_area_setting.h"
 #include "palettes/material_palette.h"
+#include "palettes/texture_gizmo.h"
 #include "platform/events.h"
 #include "shell/preferences.h"
 #include "shell/undo_remarks.h"
@@ -300,7 +301,7 @@ const Command Commands[] = {
     // Windows
     {Key('?'), "Manual", InEveryMode, Safe, OpenTheManual},
     {Key('c'), "Scene builder", InEveryMode, Safe, OpenSceneBuilder},
-    {Key('e'), "Texture palette", InEveryMode, Safe, NotYet},
+    {Key('e'), "Texture palette", InEveryMode, Safe, OpenTextureGizmo},
     {Key('g'), "Grid control", InEveryMode, Safe, OpenGridGizmo},
     {Key('m'), "Material palette", InEveryMode, Safe, OpenMaterialPalette},
     {337, "User preferences", InEveryMode, Safe, SetPreferences},

@@ -15,6 +15,7 @@
 #include "palettes/colour_mixing.h"
 #include "palettes/material_editor.h"
 #include "palettes/material_palette.h"
+#include "palettes/texture_gizmo.h"
 #include "shell/command_line.h"
 #include "shell/desktop_place.h"
 #include "shell/preferences.h"
@@ -25,6 +26,9 @@
 #include "structure/structure_editor.h"
 #include "textures/texture_file.h"
 #include "textures/texture_library.h"
+#include "textures/texture_lock.h"
+#include "texturing/manual_placement.h"
+#include "texturing/strip_texture.h"
 #include "tools/amalgamation.h"
 #include "tools/create_sphere.h"
 #include "tools/dimensions.h"
@@ -188,6 +192,7 @@ const DefaultsEntry AddedTable[] = {
     Flag("DesktopMaximised", DesktopMaximised),
     FlagWhenSet("FloatOnDesktop", FloatOnDesktop),
     FlagWhenSet("HidePointedAt", HidePointedAt),
+    FlagWhenSet("KeepTexturesInPlace", KeepTexturesInPlace),
     FlagWhenSet("MainWindowPlacedByHand", MainPlacedByHand),
     Place("MainWindowBeforeFit", MainWindowFitted, MainFreeX, MainFreeY, MainFreeW, MainFreeH),
 };

@@ -21,6 +21,7 @@
 #include "structure/plant_objects.h"
 #include "structure/scene_builder.h"
 #include "textures/texture_changes.h"
+#include "texturing/three_points.h"
 #include "tools/create_sphere.h"
 #include "tools/polygon_clipboard.h"
 #include "tools/polygon_entry.h"
@@ -59,6 +60,8 @@ void RegisterOverlays() {
     RegisterOverlay({OverlayBand::Model, NewSweepOrder, DrawNewSweep});
     RegisterOverlay({OverlayBand::Model, PickedPointsOrder, DrawPickedVertices});
     RegisterOverlay({OverlayBand::Model, RotationAxisOrder, ShowRotationAxis});
+    RegisterOverlay({OverlayBand::Model, TexturePointsOrder, DrawTexture3Point});
+    RegisterOverlay({OverlayBand::Model, TexturePointsOrder, DrawTexture3Point});
     RegisterOverlay({OverlayBand::BeforeModel, 10, DrawNewPolygon});
     RegisterOverlay({OverlayBand::Label, 10, DrawHUD});
     RegisterOverlay({OverlayBand::Label, 20, FollowGridSize});

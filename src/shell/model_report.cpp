@@ -12,6 +12,7 @@
 #include "store/scene.h"
 #include "store/storage.h"
 #include "store/walks.h"
+#include "textures/filters.h"
 #include "tools/polygon_clipboard.h"
 #include "tools/vertex_clipboard.h"
 #include "views/grid.h"
@@ -22,7 +23,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -126,6 +129,30 @@ Json LightingOf(const Object* object) {
     return {counts[0], counts[1], counts[2]};
 }
 
+/// How many polygons have textures, how many of them as reflections, and between which coordinates the others lie.
+Json TexturesOn(const Object* object) {
+    int textured = 0, reflecting = 0;
+    Json min, max;
+    std::map<std::string, int> files;
+    for (const Polygon* polygon : EveryPolygon(object)) {
+        if (!polygon->Texture)
+            continue;
+        ++textured;
+        ++files[std::filesystem::path(Text(polygon->Texture->FileName)).filename()];
+        if (polygon->Flags & PolygonGeneratesTexture) {
+            ++reflecting;
+            continue;
+        }
+        for (const PolygonBead* bead : EveryBead(polygon))
+            for (int i = 0; i < 2; ++i) {
+                const float coordinate = bead->TexCoord[i];
+                min[i] = min[i].is_null() ? coordinate : std::min(min[i].get<float>(), coordinate);
+                max[i] = max[i].is_null() ? coordinate : std::max(max[i].get<float>(), coordinate);
+            }
+    }
+    return {{"polygons", textured}, {"reflecting", reflecting}, {"min", min}, {"max", max}, {"files", files}};
+}
+
 Json ReportOf(Object* object, const Object* current) {
     CurrentObject() = object;
     CleanUpObject();
@@ -145,6 +172,7 @@ Json ReportOf(Object* object, const Object* current) {
             {"grid", {{"index", object->GridIndex}, {"steps", object->GridSteps}}},
             {"materials", MaterialsOf(object)},
             {"lighting", LightingOf(object)},
+            {"textured", TexturesOn(object)},
             {"subobjects", SubObjectsOf(object)},
             {"lods", LodsOf(object)}};
 }
@@ -196,7 +224,14 @@ Json Textures() {
     Json files = Json::array();
     for (const Texture* texture : Along<&Texture::Next>(FirstTexture()))
         files.push_back(Text(texture->FileName));
-    return {{"current", CurrentTexture() ? Json(Text(CurrentTexture()->FileName)) : Json()}, {"files", files}};
+    const Texture* current = CurrentTexture();
+    if (!current)
+        return {{"current", nullptr}, {"files", files}};
+    return {{"current", Text(current->FileName)},
+            {"files", files},
+            {"filters", {FilterName(current->MinFilter), FilterName(current->MagFilter)}},
+            {"lowAccuracy", current->Fast != 0},
+            {"clamp", {current->ClampS != 0, current->ClampT != 0}}};
 }
 
 Json Views() {

@@ -4,12 +4,6 @@
 // none is lost when the defaults file is written anew. Whoever builds one of them takes its variables along.
 
 /// Places, screen pixels, sizes where the user can change them, and flags: a place is known.
-extern int TextureX, TextureY, TextureW, TextureH, TextureGizmoOpened;
-extern int ManTexX, ManTexY, ManTexW, ManTexH, ManualTextureOpened;
-extern int QTexX, QTexY, QTexW, QTexH, QstripTextureOpened;
-
-/// Flags: windows to be opened again at the next start.
-extern int TextureGizmoOpen;
 
 /// Flag: the structure editor draws distances to scale.
 extern int LodScale;

@@ -15,6 +15,7 @@
 #include "materials/default_materials.h"
 #include "materials/material_definitions.h"
 #include "palettes/material_palette.h"
+#include "palettes/texture_gizmo.h"
 #include "platform/textures.h"
 #include "shell/commands.h"
 #include "shell/defaults.h"
@@ -31,6 +32,7 @@
 #include "textures/texture_changes.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_file.h"
+#include "texturing/manual_placement.h"
 #include "tools/creation_guards.h"
 #include "tools/polygon_clipboard.h"
 #include "tools/polygon_operations.h"
@@ -82,7 +84,11 @@ void FillTextureSlots() {
     TheTextureDefinitionSlots.DefineImage = gl::texdef2d;
     TheTextureDefinitionSlots.ReadingProgress = ShowTextureProgress;
     TheTextureDefinitionSlots.IsHighEnd = [] { return ItsARealityEngine; };
+    TheTextureDefinitionSlots.DirtyTextureGizmo = DirtyTextureGizmo;
     TheTextureChangeSlots.DirtyModelWindows = DirtyModelWindows;
+    TheTextureChangeSlots.ChangeTextureSelection = ChangeTextureSelection;
+    TheMaterialSlots.ChangeTextureMaterial = ChangeTextureMaterial;
+    TheManualPlacementSlots.SelectMaterial = SelectMaterial;
 }
 
 void FillSelectionSlots() {

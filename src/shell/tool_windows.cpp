@@ -4,6 +4,7 @@
 #include "gooey/tool_window.h"
 #include "interaction/grid_gizmo.h"
 #include "palettes/material_palette.h"
+#include "palettes/texture_gizmo.h"
 #include "shell/preferences.h"
 #include "structure/object_browser.h"
 #include "structure/scene_builder.h"
@@ -13,8 +14,8 @@
 
 void RegisterToolWindows() {
     static const ToolWindow* const windows[] = {
-        &SceneBuilderWindow,    &ObjectBrowserWindow, &StructureEditorWindow, &PreferencesWindow,
-        &MaterialPaletteWindow, &TextGeneratorWindow, &RevolveWindow,         &GridWindow,
+        &SceneBuilderWindow, &ObjectBrowserWindow, &StructureEditorWindow, &PreferencesWindow, &MaterialPaletteWindow,
+        &TextureGizmoWindow, &TextGeneratorWindow, &RevolveWindow,         &GridWindow,
     };
     for (const ToolWindow* window : windows)
         RegisterToolWindow(*window);

@@ -197,6 +197,7 @@ struct Texture {
     std::int32_t Width, Height, Components; // pixels; bytes a pixel
     std::int32_t Index;                     // sequence number given while a file is written
     std::int32_t Used;                      // scratch flag of the unused-texture sweep
+    std::int32_t PaletteSlot;               // where the texture gizmo last drew it
     float Aspect;                           // width divided by height; 1 when the image could not be read
     std::int32_t Fast;                      // flag: a reduced-accuracy format is wanted
     float MinFilter, MagFilter;             // filter tokens, 0 for the default

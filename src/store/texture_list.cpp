@@ -89,6 +89,13 @@ void DeleteCurrentTexture() {
         DeleteTexture(texture);
 }
 
+void ExchangeTextureWithNext(Texture* texture) {
+    LastTexture.Forget(texture->Next);
+    TextureList::ExchangeWithNext(FirstTexture(), texture);
+    Names.Forget();
+    WorkSaved = 0;
+}
+
 void FreeAllTextures() {
     for (Texture* texture : Along<&Texture::Next>(FirstTexture())) {
         LastTexture.Forget(texture);

@@ -23,6 +23,9 @@ void TakeTextureOffList(Texture* texture);
 /// Deletes the current texture, when there is one.
 void DeleteCurrentTexture();
 
+/// Exchanges a texture with the one after it, which must exist.
+void ExchangeTextureWithNext(Texture* texture);
+
 void FreeAllTextures();
 
 /// 1 when file names, filters and flags are equal.

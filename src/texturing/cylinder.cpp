@@ -55,10 +55,13 @@ const char* SettingText(int number) {
     return text;
 }
 
+NumericFields Fields;
+
 bool TakeSetting(int number, double value) {
     if (value <= 0)
         return false;
     Setting(number) = value;
+    ShowNumber(Fields, number, true);
     ApplyAgain();
     DirtyModelWindows();
     return true;
@@ -69,8 +72,8 @@ void RefuseSetting(int) {
 }
 
 constexpr NumberInput Inputs[] = {
-    {.X = 110, .Y = -32, .Width = 230, .Label = "Repeat (around cylinder)"},
-    {.X = 352, .Y = -32, .Width = 190, .Label = "Stretch (upwards)"},
+    {.X = 110, .Y = -34, .Width = 230, .Label = "Repeat (around cylinder)"},
+    {.X = 352, .Y = -34, .Width = 190, .Label = "Stretch (upwards)"},
 };
 
 const NumericPanel Panel = {
@@ -83,8 +86,6 @@ const NumericPanel Panel = {
     .TakesWhenLeft = true,
     .TextSize = 10,
 };
-
-NumericFields Fields;
 
 void BuildBar() {
     AddText(8, BarTextY, "Cylindrical:", 1);

@@ -109,8 +109,10 @@ TextureArea Area() {
 void ShowCornerText() {
     const PolygonBead* bead = ChosenCorner();
     char text[64] = "";
+    // What is shown as 0 has no sign.
+    const auto shown = [](float coordinate) { return std::fabs(coordinate) < 0.0005F ? 0.0F : coordinate; };
     if (bead)
-        std::snprintf(text, sizeof text, "%.3f , %.3f", bead->TexCoord[0], bead->TexCoord[1]);
+        std::snprintf(text, sizeof text, "%.3f , %.3f", shown(bead->TexCoord[0]), shown(bead->TexCoord[1]));
     text[CornerTextSize - 1] = '\0';
     if (CornerField)
         ChangeText(CornerField, text);

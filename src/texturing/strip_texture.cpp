@@ -195,8 +195,8 @@ void TurnSideways(GadgetArg) {
 }
 
 const NumberInput Inputs[] = {
-    {.X = 12, .Y = 4, .Width = 80},
-    {.X = -92, .Y = 4, .Width = 80},
+    {.X = 12, .Y = 4, .Width = 120, .Label = "From"},
+    {.X = -112, .Y = 4, .Width = 100, .Label = "To"},
     {.X = 8, .Y = -34, .Width = 136, .Label = msg(StretchLabel)},
 };
 
@@ -215,7 +215,7 @@ void BuildWindow() {
     Gadget* editor = AddGadget(DrawEditor, ClickEditor, 0);
     editor->Kind = &EditorKind;
     AddNumericPanel(Panel, Fields);
-    AddIntCheck(156, -30, 0, CheckSmallFont, nullptr, SidewaysLabel, TurnSideways, &Settings.Sideways);
+    AddIntCheck(156, -27, 0, CheckSmallFont, nullptr, SidewaysLabel, TurnSideways, &Settings.Sideways);
     ShowSettings();
 }
 
