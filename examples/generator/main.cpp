@@ -1,5 +1,6 @@
-// Makes the example models and their images: make_examples DIRECTORY [village|vehicle|terrain ...], all of them when
-// none is named. The same program always makes the same files.
+// Makes the example models and their images: make_examples DIRECTORY [village|vehicle|house|terrain ...], all of them
+// when none is named. The same program always makes the same files.
+#include "house.h"
 #include "model_builder.h"
 #include "terrain.h"
 #include "textures.h"
@@ -38,6 +39,7 @@ const Example Examples[] = {
     {"village", "A village", "Placed objects with levels of detail, billboards, decals", true, 1, BuildVillage},
     {"vehicle", "A small car", "One object of several parts, smooth, with transparent glass", false, 3,
      BuildVehicleAlone},
+    {"house", "A house", "To put textures on", false, 1, BuildHouse},
     {"terrain", "A mountain range", "100,000 triangles, covered by height and slope", false, 1, BuildTerrain},
 };
 
@@ -77,7 +79,7 @@ bool IsWanted(const Example& example, int argumentCount, char* const arguments[]
 
 int main(int argumentCount, char* arguments[]) {
     if (argumentCount < 2) {
-        std::fprintf(stderr, "Usage: make_examples DIRECTORY [village|vehicle|terrain ...]\n");
+        std::fprintf(stderr, "Usage: make_examples DIRECTORY [village|vehicle|house|terrain ...]\n");
         return 1;
     }
     const std::string directory = arguments[1];

@@ -57,6 +57,7 @@ TEST_F(Examples, AreWholeModels) {
         Counts Expected;
     } cases[] = {{"village", {16, 249, 5, 32, 103, 3000, 8000}},
                  {"vehicle", {1, 0, 0, 2, 0, 2000, 5000}},
+                 {"house", {1, 0, 0, 1, 0, 21, 21}},
                  {"terrain", {1, 0, 0, 1, 0, 100000, 100000}}};
 
     for (const auto& c : cases) {
