@@ -215,7 +215,7 @@ void BuildWindow() {
     Gadget* editor = AddGadget(DrawEditor, ClickEditor, 0);
     editor->Kind = &EditorKind;
     AddNumericPanel(Panel, Fields);
-    AddIntCheck(156, -27, 0, CheckSmallFont, nullptr, SidewaysLabel, TurnSideways, &Settings.Sideways);
+    AddIntCheck(156, -24, 0, CheckSmallFont, nullptr, SidewaysLabel, TurnSideways, &Settings.Sideways);
     ShowSettings();
 }
 
