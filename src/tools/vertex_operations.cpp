@@ -9,6 +9,7 @@
 #include "store/polygon_editing.h"
 #include "store/undo.h"
 #include "store/walks.h"
+#include "textures/texture_lock.h"
 #include "tools/creation_guards.h"
 #include "views/viewports.h"
 
@@ -77,10 +78,13 @@ void StickVerticesToGrid(View* view) {
     CopyCurrentObject();
     double plane[4];
     GetPlaneFromTransformation(view->GridMatrix, plane);
-    for (Vertex* vertex : SelectedVertices()) {
-        FindNearestPointOnPlane(vertex->Position, plane, vertex->Position);
+    const std::vector<Vertex*> vertices = SelectedVertices();
+    MoveKeepingTextures(vertices, [&] {
+        for (Vertex* vertex : vertices)
+            FindNearestPointOnPlane(vertex->Position, plane, vertex->Position);
+    });
+    for (Vertex* vertex : vertices)
         SetVertexSelected(CurrentObject(), vertex, 0);
-    }
     ConnectionsOK() = 0;
     DirtyModelWindows();
 }

@@ -5,6 +5,7 @@
 #include "gooey/numeric_panel.h"
 #include "gooey/program_windows.h"
 #include "gooey/redraw.h"
+#include "interaction/bar_gadgets.h"
 #include "interaction/pending_pick.h"
 #include "interaction/selection.h"
 #include "interaction/selection_sets.h"
@@ -13,7 +14,7 @@
 #include "store/accessors.h"
 #include "store/normals.h"
 #include "store/storage.h"
-#include "tools/bar_gadgets.h"
+#include "textures/texture_lock.h"
 #include "views/markers.h"
 #include "views/viewports.h"
 
@@ -47,7 +48,8 @@ const char* CoordinateText(int axis) {
 }
 
 void MoveTo(int axis, double value) {
-    AdjustedVertex.Vertex->Position[axis] = value;
+    Vertex* const vertex = AdjustedVertex.Vertex;
+    MoveKeepingTextures({&vertex, 1}, [=] { vertex->Position[axis] = value; });
     ConnectionsOK() = 0;
     WorkSaved = 0;
     DirtyModelWindows();

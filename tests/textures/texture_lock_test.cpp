@@ -91,6 +91,17 @@ TEST_F(TextureLock, CornersGetTheCoordinatesOfTheirNewPlaces) {
     }
 }
 
+TEST_F(TextureLock, MovesAtOnceNeedOneCall) {
+    Texture texture{};
+    Polygon* polygon = AddFace({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}});
+    MapByPlace(polygon, &texture);
+    Vertex* const corner = polygon->Beads->Vertex;
+    MoveKeepingTextures({&corner, 1}, [&] { corner->Position[0] = -1; });
+    EXPECT_EQ(polygon->Beads->TexCoord[0], -1);
+    SwapLockedTextures();
+    EXPECT_EQ(polygon->Beads->TexCoord[0], -1) << "nothing is locked any more";
+}
+
 TEST_F(TextureLock, WithoutAMapNothingFollows) {
     Texture texture{};
     for (const char* why : {"switched off", "untextured", "reflecting", "bent", "without area"}) {

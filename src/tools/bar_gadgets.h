@@ -1,3 +1,0 @@
-#pragma once
-
-#include "interaction/bar_gadgets.h"
