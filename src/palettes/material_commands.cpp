@@ -109,11 +109,12 @@ void UndoChange() {
 }
 
 /// Runs what may take the current material away.
-void Delete(void (*command)()) {
+template <void (*Command)()>
+void Delete() {
     if (!ModelIsFree())
         return;
     const Material* const before = CurrentMaterial();
-    command();
+    Command();
     if (CurrentMaterial() != before)
         DirtyOtherMatThings();
 }
@@ -135,53 +136,43 @@ void SaveAsDefault() {
                 .c_str());
 }
 
-void MoveMaterial(void (*move)(int places), int places) {
-    move(places);
+template <void (*Move)(int places), bool ByRow>
+void MoveMaterial() {
+    Move(ByRow ? MaterialPaletteGrid.Columns : 1);
     ShowCurrentMaterial();
 }
+
+constexpr struct {
+    int Command;
+    void (*Function)();
+} Commands[] = {
+    {NewMaterialCommand, CreateMaterial},
+    {CopyMaterialCommand, CopyCurrent},
+    {PasteMaterialCommand, Paste},
+    {UndoMaterialCommand, UndoChange},
+    {ManualCommand, [] { OpenManual(MaterialPalettePage); }},
+    {SavePaletteCommand, SaveMaterialPalette},
+    {LoadPaletteCommand, LoadMaterialPalette},
+    {SaveDefaultPaletteCommand, SaveAsDefault},
+    {LoadOnNewCommand, [] { LoadMaterialsOnNew = !LoadMaterialsOnNew; }},
+    {DeleteMaterialCommand, Delete<DeleteCurrentMaterial>},
+    {DeleteUnusedCommand, Delete<DeleteUnusedMaterials>},
+    {EditMaterialCommand, OpenMaterialEditor},
+    {FindMaterialCommand, FindPolygonsMaterial},
+    {UpCharacter, MoveMaterial<MoveMaterialLeft, true>},
+    {DownCharacter, MoveMaterial<MoveMaterialRight, true>},
+    {LeftCharacter, MoveMaterial<MoveMaterialLeft, false>},
+    {RightCharacter, MoveMaterial<MoveMaterialRight, false>},
+};
 
 } // namespace
 
 void DoMaterialCommand(int command) {
-    switch (command) {
-    case NewMaterialCommand:
-        return CreateMaterial();
-    case CopyMaterialCommand:
-        return CopyCurrent();
-    case PasteMaterialCommand:
-        return Paste();
-    case UndoMaterialCommand:
-        return UndoChange();
-    case ManualCommand:
-        return OpenManual(MaterialPalettePage);
-    case SavePaletteCommand:
-        return SaveMaterialPalette();
-    case LoadPaletteCommand:
-        return LoadMaterialPalette();
-    case SaveDefaultPaletteCommand:
-        return SaveAsDefault();
-    case LoadOnNewCommand:
-        LoadMaterialsOnNew = !LoadMaterialsOnNew;
-        return;
-    case DeleteMaterialCommand:
-        return Delete(DeleteCurrentMaterial);
-    case DeleteUnusedCommand:
-        return Delete(DeleteUnusedMaterials);
-    case EditMaterialCommand:
-        return OpenMaterialEditor();
-    case FindMaterialCommand:
-        return FindPolygonsMaterial();
-    case UpCharacter:
-        return MoveMaterial(MoveMaterialLeft, MaterialPaletteGrid.Columns);
-    case DownCharacter:
-        return MoveMaterial(MoveMaterialRight, MaterialPaletteGrid.Columns);
-    case LeftCharacter:
-        return MoveMaterial(MoveMaterialLeft, 1);
-    case RightCharacter:
-        return MoveMaterial(MoveMaterialRight, 1);
-    default:
-        return;
-    }
+    for (const auto& entry : Commands)
+        if (entry.Command == command) {
+            entry.Function();
+            return;
+        }
 }
 
 void ApplyMaterialButton() {

@@ -173,37 +173,29 @@ constexpr MenuEntry HelpMenu[] = {
     {"Read manual", MenuEntryLast, ManualItem, '?', nullptr, nullptr},
 };
 
-int CommandOfItem(int item) {
-    switch (item) {
-    case NewItem:
-        return NewMaterialCommand;
-    case LoadItem:
-        return LoadPaletteCommand;
-    case SaveItem:
-        return SavePaletteCommand;
-    case SaveDefaultItem:
-        return SaveDefaultPaletteCommand;
-    case LoadOnNewItem:
-        return LoadOnNewCommand;
-    case DeleteItem:
-        return DeleteMaterialCommand;
-    case DeleteUnusedItem:
-        return DeleteUnusedCommand;
-    case EditItem:
-        return EditMaterialCommand;
-    case CopyItem:
-        return CopyMaterialCommand;
-    case PasteItem:
-        return PasteMaterialCommand;
-    case UndoItem:
-        return UndoMaterialCommand;
-    case FindItem:
-        return FindMaterialCommand;
-    case ManualItem:
-        return ManualCommand;
-    default:
-        return 0;
-    }
+constexpr struct {
+    MaterialItem Item;
+    MaterialCommand Command;
+} ItemCommands[] = {
+    {NewItem, NewMaterialCommand},
+    {LoadItem, LoadPaletteCommand},
+    {SaveItem, SavePaletteCommand},
+    {SaveDefaultItem, SaveDefaultPaletteCommand},
+    {LoadOnNewItem, LoadOnNewCommand},
+    {DeleteItem, DeleteMaterialCommand},
+    {DeleteUnusedItem, DeleteUnusedCommand},
+    {EditItem, EditMaterialCommand},
+    {CopyItem, CopyMaterialCommand},
+    {PasteItem, PasteMaterialCommand},
+    {UndoItem, UndoMaterialCommand},
+    {FindItem, FindMaterialCommand},
+    {ManualItem, ManualCommand},
+};
+
+void ChooseItem(int item) {
+    for (const auto& entry : ItemCommands)
+        if (entry.Item == item)
+            DoMaterialCommand(entry.Command);
 }
 
 // ---- The window
@@ -219,7 +211,7 @@ void BuildPalette() {
     static constexpr int lightLabels[] = {LightSeparatelyLabel, LightNormallyLabel};
     constexpr int applyY = 75, lightY = 42, maskY = 12, labelX = 8;
     AddBackdrop();
-    AddPullDownMenu(menus, [](int item) { DoMaterialCommand(CommandOfItem(item)); });
+    AddPullDownMenu(menus, ChooseItem);
     AddPaletteGrid(MaterialPaletteGrid);
     AddLabel(labelX, EditLabel);
     AddIntButtons(0, applyY, EditColumnWidth, ButtonsSmallFont, 3, applyLabels, ApplyMaterialButton, nullptr, nullptr);

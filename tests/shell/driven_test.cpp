@@ -112,6 +112,12 @@ void ForEveryMenuEntry(const std::function<void(const std::string& mode, const s
     }
 }
 
+TEST_F(Driven, SlidersOfTheMaterialEditorShowEachStep) {
+    Play("key m\nin \"Material palette\"\nplace 370 212\ndoubleclick left item:Sides\n"
+         "in \"Material editor\"\nplace 0 0\nmove \"item:Emission green\"\npress left\nmove 354 120\nwait 5\n"
+         "drawn\nmove 354 80\nwait 5\ndrawn\nrelease left\ndrawn\ncheck\n");
+}
+
 /// Entries that say so, or change what no object's snapshot holds.
 bool CannotBeUndone(const std::string& choice) {
     for (const char* entry : {"\"New object\"", "\"Delete object\"", "\"Make a copy of this object\"",
