@@ -6,6 +6,8 @@
 #include "interaction/position_gizmo.h"
 #include "interaction/position_state.h"
 #include "interaction/ruler.h"
+#include "materials/material_definitions.h"
+#include "palettes/material_commands.h"
 #include "store/accessors.h"
 #include "store/clean_up.h"
 #include "store/polygon_editing.h"
@@ -278,7 +280,7 @@ Json Clipboard() {
     return {{"polygons", PolygonsInClipboard()},
             {"vertices", Count(Along<&Vertex::Next>(VertexPaste), Any)},
             {"branches", Count(EveryBranch(ScenePaste), Any)},
-            {"material", nullptr}};
+            {"material", MaterialCopied ? Json(Text(MaterialClipboard->Name)) : Json()}};
 }
 
 Json Grid() {
