@@ -4,6 +4,7 @@
 #include "gooey/check_box.h"
 #include "gooey/draw.h"
 #include "gooey/event_loop.h"
+#include "gooey/file_preview.h"
 #include "gooey/file_selector_state.h"
 #include "gooey/fonts.h"
 #include "gooey/gadget_skeleton.h"
@@ -223,6 +224,8 @@ void AddSelectorGadgets() {
     selector.Buttons = AddButtons(0, 8, SelectorWidth, 0, 2, Purposes[selector.Mode & FilePurposeBits].Buttons,
                                   ChooseButton, &selector.Choice, nullptr);
     SetDefaultButton(selector.Buttons, 0);
+    if (selector.Mode & FileShowsPicture)
+        AddFilePreview(SelectorWidth, 176 + extra);
     AddPathInput();
 }
 
@@ -266,10 +269,13 @@ void DoFileSelector(int mode, const char* directory, const char* initialName, co
         mode &= ~FilePurposeBits;
     if (!parent)
         parent = CurrentWindow;
+    if (!MakeFilePicture)
+        mode &= ~FileShowsPicture;
     int extra = mode & FileOffersBackups ? BackupHeight : 0;
+    int extraWidth = mode & FileShowsPicture ? FilePreviewWidth : 0;
     int flags = BufferingFlags();
     DisableWindow(parent);
-    WindowAroundMouse(SelectorWidth, SelectorHeight + extra);
+    WindowAroundMouse(SelectorWidth + extraWidth, SelectorHeight + extra);
     FileSelectorWindow = OpenWindow(Purposes[mode & FilePurposeBits].Title, flags, 0, nullptr, nullptr, nullptr,
                                     SelectorClosed, sizeof(FileSelector), parent);
     FileSelector& selector = CurrentSelector();

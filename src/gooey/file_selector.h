@@ -11,6 +11,8 @@ inline constexpr int FileToMerge = 2;
 inline constexpr int FilePurposeBits = 3;
 /// Added to a mode: the user may have backup files shown.
 inline constexpr int FileOffersBackups = 4;
+/// The picture of the selected file is shown (gooey/file_preview.h).
+inline constexpr int FileShowsPicture = 8;
 
 /// The open file selector, or null.
 extern Window* FileSelectorWindow;

@@ -29,6 +29,7 @@
 #include "store/undo.h"
 #include "structure/object_operations.h"
 #include "structure/structure_slots.h"
+#include "textures/picture_preview.h"
 #include "textures/texture_changes.h"
 #include "textures/texture_definition.h"
 #include "textures/texture_file.h"
@@ -82,6 +83,7 @@ void FillMaterialSlots() {
 void FillTextureSlots() {
     TheFirstObjectSlots.LoadDefaultTextures = LoadDefaultTextures;
     TheTextureDefinitionSlots.DefineImage = gl::texdef2d;
+    MakeFilePicture = MakePicturePreview;
     TheTextureDefinitionSlots.ReadingProgress = ShowTextureProgress;
     TheTextureDefinitionSlots.IsHighEnd = [] { return ItsARealityEngine; };
     TheTextureDefinitionSlots.DirtyTextureGizmo = DirtyTextureGizmo;

@@ -21,7 +21,7 @@ namespace {
 /// An image is looked for where the last one was, the first one beside the model.
 void SelectImage(void (*callback)(int, const char*, const char*)) {
     const char* directory = *LastTextureDir ? LastTextureDir : *FilePath ? FilePath : nullptr;
-    DoFileSelector(FileToOpen, directory, LastTextureName, nullptr, callback, nullptr);
+    DoFileSelector(FileToOpen | FileShowsPicture, directory, LastTextureName, nullptr, callback, nullptr);
 }
 
 /// After the texture's image has changed.
