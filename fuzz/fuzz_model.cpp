@@ -1,6 +1,8 @@
 // Model files of any version, from memory: whatever the bytes, reading ends, the store stays sound, and what could be
 // read can be written and read again. Run with -close_fd_mask=3, since reading traces and warns.
 
+#include "files/model_mutator.h"
+
 #include "base/directories.h"
 #include "files/file_information.h"
 #include "files/reader.h"
@@ -13,6 +15,7 @@
 #include "views/scene_views.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -46,6 +49,16 @@ void Expect(bool holds) {
 }
 
 } // namespace
+
+extern "C" std::size_t LLVMFuzzerMutate(unsigned char* data, std::size_t size, std::size_t most);
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(unsigned char* data, std::size_t size, std::size_t most, unsigned seed) {
+    if (seed % 2)
+        return LLVMFuzzerMutate(data, size, most);
+    const std::string mutant = ModelMutator(seed).Mutate({reinterpret_cast<const char*>(data), size}, most);
+    std::memcpy(data, mutant.data(), mutant.size());
+    return mutant.size();
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     static const ModelDirectory directory;

@@ -368,13 +368,14 @@ TEST_F(Files, ACheckpointThatCannotBeReadIsKept) {
     EXPECT_EQ(ContentsOf("house.kirvo"), Model());
 }
 
-/// Changes the title and waits for a checkpoint of it, again and again; says when each is certain to be there.
-std::string WorkingScript(int run, int steps) {
+/// Changes the title and has it kept, by a checkpoint or a save, again and again; says when each is certain to be
+/// there.
+std::string WorkingScript(int run, int steps, const std::string& keep) {
     std::string script;
     for (int step = 0; step < steps; ++step) {
         const std::string title = std::to_string(run) + " " + std::to_string(step);
         script += "menu File \"About this file...\"\nin \"File information\"\nfield \"Title:\" \"" + title +
-                  "\"\nbutton Done\nin \"a house\"\nwait 6100\necho \"" + title + "\"\n";
+                  "\"\nbutton Done\nin \"a house\"\n" + keep + "\necho \"" + title + "\"\n";
     }
     return script;
 }
@@ -383,6 +384,14 @@ std::pair<int, int> RunAndStep(const std::string& title) {
     std::pair<int, int> numbers{-1, -1};
     std::sscanf(title.c_str(), "%d %d", &numbers.first, &numbers.second);
     return numbers;
+}
+
+/// The last step that a run has told of.
+std::pair<int, int> LastEcho(const std::string& output, int run) {
+    std::pair<int, int> last{-1, -1};
+    for (std::size_t line = 0; (line = output.find('\n' + std::to_string(run) + ' ', line)) != std::string::npos;)
+        last = std::max(last, RunAndStep(output.substr(++line)));
+    return last;
 }
 
 // A kill at any moment loses at most the work since the last checkpoint. KIRVO_KILLS asks for more kills.
@@ -396,12 +405,10 @@ TEST_F(Files, AKillAtAnyMomentKeepsTheLastCheckpoint) {
     std::pair<int, int> last{-1, -1}; // the step whose checkpoint was certainly there
     for (unsigned run = 0; run < kills; ++run) {
         program.KillAfter = std::chrono::milliseconds(500 + random() % 2000);
-        const ProgramEnd end = program.Play(WorkingScript(run, 1000), "my models/a house");
+        const ProgramEnd end = program.Play(WorkingScript(run, 1000, "wait 6100"), "my models/a house");
         program.KillAfter = std::chrono::milliseconds(0);
         ASSERT_EQ(end.Signal, SIGKILL) << end.Errors;
-        for (std::size_t line = 0;
-             (line = end.Output.find('\n' + std::to_string(run) + ' ', line)) != std::string::npos;)
-            last = std::max(last, RunAndStep(end.Output.substr(++line)));
+        last = std::max(last, LastEcho(end.Output, run));
 
         const ProgramEnd next = program.Play("report restored.json\n", "my models/a house");
         ExpectGoodEnd(next);
@@ -416,6 +423,35 @@ TEST_F(Files, AKillAtAnyMomentKeepsTheLastCheckpoint) {
     EXPECT_GE(last.first, 0) << "no kill came after a checkpoint";
     ExpectGoodEnd(Play("restored.script"));
     EXPECT_EQ(HomeNames(), (Names{".kirvorc", "my models", "restored.json"}));
+}
+
+// A kill amid a save leaves the version before or the new one, whole, and nothing else after the next start.
+TEST_F(Files, AKillAmidASaveLeavesAWholeFile) {
+    const unsigned kills = FromEnvironment("KIRVO_KILLS", 8), seed = TestSeed();
+    constexpr int polygons = 5000;
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    Write("a house.kirvo", LargeModel(polygons));
+    std::pair<int, int> last{-1, -1}; // the step whose save was certainly done
+    for (unsigned run = 0; run < kills; ++run) {
+        program.KillAfter = std::chrono::milliseconds(300 + random() % 1000);
+        const ProgramEnd end = program.Play(WorkingScript(static_cast<int>(run), 1000, "menu File Save"), "a house");
+        program.KillAfter = std::chrono::milliseconds(0);
+        ASSERT_EQ(end.Signal, SIGKILL) << end.Errors;
+        last = std::max(last, LastEcho(end.Output, static_cast<int>(run)));
+        for (const std::string name : {"a house.kirvo", "a house.kirvo.bak"}) {
+            if (!fs::exists(InHome(name)))
+                continue;
+            fs::copy_file(InHome(name), InHome("copy.kirvo"), fs::copy_options::overwrite_existing);
+            ExpectGoodEnd(program.Play("report found.json\n", "copy"));
+            EXPECT_EQ(Report("found.json")["objects"][0]["polygons"], polygons) << name << " after kill " << run;
+        }
+        EXPECT_GE(RunAndStep(TitleIn("a house.kirvo")), last) << "kill " << run;
+        ExpectGoodEnd(program.Play("quit\n", "a house"));
+        for (const std::string& name : HomeNames())
+            EXPECT_EQ(name.find(".saving"), std::string::npos) << name << " after kill " << run;
+    }
+    EXPECT_GE(last.first, 0) << "no kill came after a save";
 }
 
 } // namespace
