@@ -22,7 +22,7 @@
 namespace {
 
 constexpr int NothingToGoAcrossFrom = 44, NothingToGoDownFrom = 45, NothingToAttachTo = 46, CannotGoAcross = 47,
-              CannotGoDown = 48, NothingSelected = 49, CannotRename = 54;
+              CannotGoDown = 48, NothingSelected = 49, CannotRename = 54, NothingPlaced = 55;
 
 using Siblings = LinkedList<&Branch::Next, &Branch::Prev>;
 
@@ -142,14 +142,13 @@ void AddSceneObject() {
 }
 
 void ReplaceObjectInScene() {
-    Branch* selected = SelectedBranch();
-    if (!selected)
+    if (!TellUnless(AnySceneSelected(), NothingSelected) ||
+        !TellUnless(CountSceneObjectSelections() > 0, NothingPlaced))
         return;
     CopySceneForUndo();
-    ScanScene(selected, [](Branch* branch) {
+    for (Branch* branch : EveryBranch(Scene()))
         if (branch->Selected && branch->Object)
             branch->Object = CurrentObject();
-    });
     SceneChangedSize = 1;
     DirtySceneWindows();
 }

@@ -16,7 +16,7 @@ void AttachObjectToBranch(int mustSelect, int viewIndex);
 /// The same for the view in the current window; nothing in other windows.
 void AddSceneObject();
 
-/// Every selected placed object at or below the selected branch now shows the current object.
+/// Every selected branch that places an object now places the current one.
 void ReplaceObjectInScene();
 
 /// Moves all that is placed so that the scene's box stands on z = 0 in the middle over the origin.

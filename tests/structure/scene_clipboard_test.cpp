@@ -134,6 +134,21 @@ TEST_F(SceneClipboardTest, AnObjectThatGoesTakesItsBranchesFromSceneClipboardAnd
     EXPECT_EQ(CheckFile(MainFile), "");
 }
 
+TEST_F(SceneClipboardTest, WhatIsSelectedShowsAnotherObjectUntilThatIsUndone) {
+    Object* house = AddObject("house", 0, 0);
+    MakeScene("a*(b* c) d*");
+    for (const char* name : {"b", "c", "d"})
+        Find(name)->Object = house;
+    Object* tree = AddObject("tree", 0, 0);
+    ReplaceObjectInScene();
+    EXPECT_EQ(Find("a")->Object, nullptr);
+    EXPECT_EQ(Find("b")->Object, tree);
+    EXPECT_EQ(Find("c")->Object, house);
+    EXPECT_EQ(Find("d")->Object, tree);
+    UndoScene();
+    EXPECT_EQ(Find("b")->Object, house);
+}
+
 TEST_F(SceneClipboardTest, SiblingsChangePlacesAndTheFirstAloneKnowsTheParent) {
     MakeScene("a b c");
 
