@@ -1,5 +1,4 @@
 #include "shell/remembered_places.h"
 
-
 int LodScale;
 int TestVar = 6;
