@@ -8,7 +8,6 @@
 #include "gooey/event_queue.h"
 #include "gooey/information_window.h"
 #include "gooey/manual.h"
-#include "gooey/messages.h"
 #include "interaction/grid_gizmo.h"
 #include "interaction/input.h"
 #include "interaction/modes.h"
@@ -62,17 +61,12 @@
 #include "views/display_flags.h"
 #include "views/main_window.h"
 
-#include <string>
-
 CommandSlots TheCommandSlots;
 
 namespace {
 
 constexpr auto Action = CommandKind::Action;
 constexpr auto Safe = CommandKind::Safe;
-
-/// Of a command that Kirvo does not have yet.
-constexpr void (*NotYet)() = nullptr;
 
 template <int Operation>
 void DoFile() {
@@ -326,15 +320,11 @@ const Command Commands[] = {
 // clang-format on
 
 void CarryOut(const Command& command) {
-    if (command.Function) {
-        const bool undoes = command.Function == UndoObjectAction || command.Function == UndoSceneAction;
-        if (command.Kind == Action && !undoes)
-            BeginAction(command.Name);
-        command.Function();
-        EndAction();
-    } else {
-        TellUserS((std::string("\"") + command.Name + "\" is not there yet: it comes with a later version.").c_str());
-    }
+    const bool undoes = command.Function == UndoObjectAction || command.Function == UndoSceneAction;
+    if (command.Kind == Action && !undoes)
+        BeginAction(command.Name);
+    command.Function();
+    EndAction();
 }
 
 int CarryOut(int code, CommandKind kind) {

@@ -23,7 +23,7 @@ struct Command {
     const char* Name;
     int Modes;
     CommandKind Kind;
-    /// Works on KeyView; null: Kirvo does not have it yet, which the user is told.
+    /// Works on KeyView.
     void (*Function)();
 };
 
