@@ -72,10 +72,12 @@ void ShowMenu(View* view) {
 } // namespace
 
 void SetRotationCentre() {
+    if (!BeginViewPrompt("Click on database for new centre of rotation:", Status,
+                         [] { EndMode(nullptr, EscapeCharacter); }))
+        return;
     LeftCOGFunc = Pick;
     RightCOGFunc = ShowMenu;
     COGKeyFunc = EndMode;
-    BeginViewPrompt("Click on database for new centre of rotation:", Status);
 }
 
 int PickRotationCentre(View* view) {

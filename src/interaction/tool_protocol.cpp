@@ -13,6 +13,7 @@
 #include "interaction/input.h"
 #include "interaction/pending_pick.h"
 #include "interaction/view_menus.h"
+#include "interaction/view_prompt.h"
 #include "store/new_vertices.h"
 #include "store/undo.h"
 #include "views/status_line.h"
@@ -154,6 +155,7 @@ void CancelTool() {
 }
 
 void ClearControl() {
+    GiveUpViewPrompt();
     EndPickOfTool();
     if (const Tool* ending = RunningTool) {
         CallSlot(ending->Leave);

@@ -13,6 +13,7 @@
 namespace {
 
 bool Asking;
+void (*GiveUp)();
 Gadget* KeptGadgets;
 const std::int16_t* KeptStatus;
 
@@ -40,10 +41,11 @@ void Unfreeze() {
 
 } // namespace
 
-void BeginViewPrompt(const char* text, const std::int16_t* status) {
+int BeginViewPrompt(const char* text, const std::int16_t* status, void (*giveUp)()) {
     if (Asking)
-        return;
+        return 0;
     Asking = true;
+    GiveUp = giveUp;
     FreezeAllButViews();
     {
         WindowScope scope(MainWindow);
@@ -55,6 +57,12 @@ void BeginViewPrompt(const char* text, const std::int16_t* status) {
     KeptStatus = StatusList;
     StatusList = status;
     DirtyModelWindows();
+    return 1;
+}
+
+void GiveUpViewPrompt() {
+    if (Asking)
+        GiveUp();
 }
 
 void LetViewsAnswer() {

@@ -113,13 +113,12 @@ void BoxViews() {
 } // namespace
 
 void DoWorkArea() {
-    if (SettingWorkArea)
+    if (!BeginViewPrompt("Use left button to select work area:", Status, EndSettingWorkArea))
         return;
     SettingWorkArea = 1;
     WorkAreaLeftFunc = PickWorkArea;
     WorkAreaRightFunc = ShowMenu;
     WorkAreaKeyFunc = TypeKey;
-    BeginViewPrompt("Use left button to select work area:", Status);
 }
 
 void EndSettingWorkArea() {

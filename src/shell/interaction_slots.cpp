@@ -37,8 +37,7 @@ namespace {
 
 /// The main window is going: what runs in it ends, and nothing of it stays behind.
 void EndTools() {
-    EndSettingWorkArea();
-    EndViewPrompt();
+    GiveUpViewPrompt();
     EndGridTool(nullptr, EscapeCharacter);
     ClearControl();
     FreePolyEnterList();

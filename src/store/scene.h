@@ -12,11 +12,11 @@ extern Branch* ScenePaste;
 
 /// What the scene's operations need done above the store; each is skipped when null.
 struct SceneSlots {
-    void (*SnapshotTaken)() = nullptr;        // of the scene, for its undo
     void (*DeselectScene)() = nullptr;        // the scene's windows forget their selection; branches are valid
     void (*DevalidateSceneViews)() = nullptr; // the scene views must be made from the defaults again
     void (*DirtySceneBuilder)() = nullptr;    // the tree looks different
     void (*DirtyModelWindows)() = nullptr;    // the model views look different
+    void (*SnapshotTaken)() = nullptr;        // of the scene, for its undo
 };
 
 extern SceneSlots TheSceneSlots;

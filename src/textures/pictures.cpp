@@ -12,6 +12,7 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -86,27 +87,24 @@ class PictureQueue {
         }
     }
 
-    template <class Function>
-    void HandOver(Function take) {
-        for (std::size_t i = 0; i < Results.size(); ++i) {
-            std::unique_lock lock(Guard);
-            SomethingIsReady.wait(lock, [&] { return Results[i].IsReady; });
-            Result result = std::move(Results[i]);
-            HandedOver = i + 1;
-            lock.unlock();
-            RoomForMore.notify_all();
-            take(i, result.Block, result.Problem);
-        }
-    }
-
-  private:
-    static constexpr std::size_t MostAhead = 32;
-
     struct Result {
         PixelBlock Block;
         std::string Problem;
         bool IsReady = false;
     };
+
+    /// The next one, in the order of the names.
+    Result Take() {
+        std::unique_lock lock(Guard);
+        SomethingIsReady.wait(lock, [this] { return Results[HandedOver].IsReady; });
+        Result result = std::move(Results[HandedOver++]);
+        lock.unlock();
+        RoomForMore.notify_all();
+        return result;
+    }
+
+  private:
+    static constexpr std::size_t MostAhead = 32;
 
     const std::vector<std::string>& Names;
     std::vector<Result> Results;
@@ -183,10 +181,25 @@ std::uint8_t* ReadImage(const char* name, int& xSize, int& ySize, int& zSize) {
 
 void ReadPictures(const std::vector<std::string>& names,
                   const std::function<void(std::size_t, PixelBlock&, const std::string&)>& take) {
-    PictureQueue queue(names);
+    // Handing a name to a thread and back costs more than finding out that there is no such file.
+    std::vector<std::string> there;
+    std::vector<bool> isThere;
+    for (const std::string& name : names) {
+        isThere.push_back(access(name.c_str(), F_OK) == 0);
+        if (isThere.back())
+            there.push_back(name);
+    }
+    PictureQueue queue(there);
     const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1u);
     std::vector<std::jthread> threads;
-    for (std::size_t i = 0; i < std::min(processors, names.size()); ++i)
+    for (std::size_t i = 0; i < std::min(processors, there.size()); ++i)
         threads.emplace_back([&queue] { queue.Work(); });
-    queue.HandOver(take);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        PictureQueue::Result result;
+        if (isThere[i])
+            result = queue.Take();
+        else
+            result.Problem = ReadPicture(names[i].c_str(), result.Block);
+        take(i, result.Block, result.Problem);
+    }
 }

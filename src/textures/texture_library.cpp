@@ -7,8 +7,10 @@
 #include "textures/pictures.h"
 
 #include <cstdio>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 char TextureDir[MaxFileName];
 char LastTextureDir[MaxFileName];
@@ -47,12 +49,19 @@ int FindTextureFile(const char* path, char (&found)[MaxFileName]) {
     const std::string modelDirectory = std::string(FilePath) + "/";
     const std::string textureDirectory = std::string(TextureDir) + "/";
 
-    for (const std::string& candidate :
-         {modelDirectory + "textures/" + base, "./textures/" + base, base, textureDirectory + base,
-          modelDirectory + base, asNamed, textureDirectory + asNamed})
-        if (candidate.size() < MaxFileName && IsAnImageFile(candidate.c_str())) {
+    const std::string candidates[] = {modelDirectory + "textures/" + base,
+                                      "./textures/" + base,
+                                      base,
+                                      textureDirectory + base,
+                                      modelDirectory + base,
+                                      asNamed,
+                                      textureDirectory + asNamed};
+    const std::size_t different = asNamed == base ? std::size(candidates) - 2 : std::size(candidates);
+    for (std::size_t i = 0; i < different; ++i)
+        if (candidates[i].size() < MaxFileName && access(candidates[i].c_str(), F_OK) == 0 &&
+            IsAnImageFile(candidates[i].c_str())) {
             std::printf("Texture: %s\n", base.c_str());
-            return CopyFileName(found, candidate.c_str());
+            return CopyFileName(found, candidates[i].c_str());
         }
     std::fprintf(stderr, "Warning: texture %s not found\n", base.c_str());
     if (TextureNotFoundSlot)

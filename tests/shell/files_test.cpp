@@ -272,14 +272,6 @@ TEST_F(Files, EscapeCancelsALongRead) {
     EXPECT_EQ(Report("loaded.json")["objects"][0]["polygons"], 80000);
 }
 
-TEST_F(Files, MergingSaysThatItIsNotThere) {
-    Write("house.kirvo", Model());
-    ExpectGoodEnd(Play("merge.script", "house"));
-    const Json report = Report("merge.json");
-    EXPECT_EQ(Titles(report), (Names{"house.kirvo", " Subview 0", "Notice"}));
-    EXPECT_EQ(FileIn("merge.json"), "house.kirvo");
-}
-
 constexpr char EveryMinute[] = "CheckpointTime = 1\n", CheckpointLoaded[] = "Kirvo: Checkpoint file loaded...\n";
 
 TEST_F(Files, ACheckpointBringsTheWorkBack) {
