@@ -211,7 +211,8 @@ bool FileReplacement::TakeOverPermissions() const {
 
 bool FileReplacement::TakePermissionsOf(const char* name) const {
     struct stat status;
-    if (stat(name, &status) != 0)
+    // A model without a name gives its directory.
+    if (stat(name, &status) != 0 || !S_ISREG(status.st_mode))
         return true;
     constexpr auto unchanged = static_cast<uid_t>(-1);
     const bool sameGroup = fchown(fileno(File), unchanged, status.st_gid) == 0;

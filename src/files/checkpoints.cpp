@@ -113,7 +113,8 @@ void MakeCheckpoint() {
 }
 
 void SaveWorkInCheckpoint() {
-    if (WorkSaved || ReadingGoesOn())
+    // What is being read is not whole; while that is a model to be merged, the main one is.
+    if (ReadingGoesOn() ? !Mergeing : WorkSaved)
         return;
     if (!TakeCheckpointFiles()) {
         std::fputs("Kirvo: No checkpoint could be written: too many programs run\n", stderr);

@@ -7,6 +7,7 @@
 #include "gooey/keyboard_walk.h"
 #include "gooey/label.h"
 #include "gooey/list_gadget.h"
+#include "gooey/pointer.h"
 #include "gooey/redraw.h"
 #include "gooey/scroll_window.h"
 #include "gooey/window.h"
@@ -149,7 +150,9 @@ void DoMerge() {
 
 void CheckMerge(int device, short value) {
     if (device == gl::LEFTMOUSE && value == 1) {
-        CheckMergeScene();
+        const ScrollWindow& pane = ScrollOf(ScenePane);
+        if (MouseInBox(pane.InnerX, pane.InnerY, pane.InnerW, pane.InnerH))
+            CheckMergeScene();
     } else if (device == gl::KEYBD && (value == ReturnCharacter || value == EscapeCharacter)) {
         ButtonChoice = value == ReturnCharacter;
         DoMerge();

@@ -32,7 +32,7 @@ bool TextChanged(const NumericFields& fields, int number) {
 /// The number that a key leads to from another one.
 int NumberAfter(const NumericFields& fields, int number) {
     const int next = number + 1, count = CountOf(fields);
-    switch (fields.Panel->Return) {
+    switch (fields.Panel->ReturnNow ? fields.Panel->ReturnNow() : fields.Panel->Return) {
     case AfterReturn::Next:
         return std::min(next, count - 1);
     case AfterReturn::NextRoundTheEnd:

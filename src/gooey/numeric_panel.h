@@ -34,6 +34,8 @@ struct NumericPanel {
     /// Decides about characters; the arrow keys never come here.
     TextFilter Filter = nullptr;
     AfterReturn Return = AfterReturn::Next;
+    /// Decides instead of Return, where that changes while the window is open; null: Return holds.
+    AfterReturn (*ReturnNow)() = nullptr;
     /// Whether Return applies a number again that is there already: of numbers that say how far to go on.
     bool TakesUnchanged = false;
     /// Whether a number that is left by a click or by Tab is taken as well.

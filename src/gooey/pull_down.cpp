@@ -123,7 +123,12 @@ int ClickBar(Gadget* gadget) {
         MenuSession session;
         const Setting setting = SettingOf(bar);
         const int labelToBox = setting.Padding / 2 - TitleMarginOf(setting);
-        auto show = [&] { session.Show(open->Items, open->X + labelToBox, CurrentWindow->Height - MenuBelowTop); };
+        auto show = [&] {
+            // What a check hid when the bar was made may be there now.
+            FreeMenu(open->Items);
+            open->Items = BuildMenu(open->Table);
+            session.Show(open->Items, open->X + labelToBox, CurrentWindow->Height - MenuBelowTop);
+        };
         auto follow = [&] {
             MenuTitle* title = TitleUnderPointer(bar);
             if (title && title != open) {
@@ -171,6 +176,7 @@ MenuTitle* BuildTitle(const MenuEntry* menu, int x) {
         EndForMisuse("Menu entry has no title\a\n");
     MenuTitle* title = static_cast<MenuTitle*>(AllocateZeros(sizeof(MenuTitle)));
     title->Items = items;
+    title->Table = menu;
     title->X = x;
     title->Y = CurrentWindow->Height - PullDownBarHeight;
     title->Width = items->LabelWidth + TitlePadding;

@@ -13,6 +13,7 @@ inline constexpr int PullDownBarHeight = 35;
 struct MenuTitle {
     MenuTitle* Next;
     MenuItem* Items;
+    const MenuEntry* Table;
     /// The bottom-left corner of its box in the bar.
     std::int32_t X, Y;
     std::int32_t Width;

@@ -56,9 +56,19 @@ const char* ScaleText(int axis) {
     return PrintNoDecimals(Position.Scale[axis], 6);
 }
 
+/// The same number in another notation is no step; it is shown as ever.
+bool IsThereAlready(double value, double present) {
+    if (value != present)
+        return false;
+    ShowPositionNumbers();
+    return true;
+}
+
 bool TakeOffset(int axis, double value) {
     if (std::fabs(value) > Farthest)
         return false;
+    if (IsThereAlready(value, Position.Offset[axis]))
+        return true;
     PushOffset();
     ChangeOffset(axis, value, 1, 1);
     ForceOffsetUpdate();
@@ -75,6 +85,8 @@ void ClearOffset(int axis) {
 bool TakeAngle(int, double value) {
     if (std::fabs(value) > Farthest)
         return false;
+    if (IsThereAlready(value, Position.Angle))
+        return true;
     PushOffset();
     RotatePosition(Position.Angle - value);
     Position.Angle = value;
@@ -86,6 +98,8 @@ bool TakeAngle(int, double value) {
 bool TakeScale(int axis, double value) {
     if (value == 0 || std::fabs(value) > Farthest)
         return false;
+    if (IsThereAlready(value, Position.Scale[axis]))
+        return true;
     PushOffset();
     SetScale(axis, value);
     ShowPositionNumbers();
@@ -112,16 +126,17 @@ const NumericPanel AnglePanel = {.Inputs = AngleInputs,
                                  .Return = AfterReturn::Stay,
                                  .ManualPage = ManualPage};
 
+AfterReturn AfterScale() {
+    return Position.KeepOrthogonal ? AfterReturn::Stay : AfterReturn::NextRoundTheEnd;
+}
+
 const NumericPanel& ScalePanel() {
     static const int top = -86 - InputHeight(TextSmallFont);
     static const NumberInput inputs[] = {{.X = 432, .Y = top, .Width = 66},
                                          {.X = 432, .Y = top - 41, .Width = 66},
                                          {.X = 432, .Y = top - 82, .Width = 66}};
-    static const NumericPanel panel = {.Inputs = inputs,
-                                       .Text = ScaleText,
-                                       .Apply = TakeScale,
-                                       .Return = AfterReturn::NextRoundTheEnd,
-                                       .ManualPage = ManualPage};
+    static const NumericPanel panel = {
+        .Inputs = inputs, .Text = ScaleText, .Apply = TakeScale, .ReturnNow = AfterScale, .ManualPage = ManualPage};
     return panel;
 }
 
@@ -212,10 +227,13 @@ void PickAngle() {
 }
 
 void ChangeSteps() {
+    EndPickOfTool();
     if (ButtonChoice == 0)
         UndoPosition();
     else
         RedoPosition();
+    // A step may have been saved while a pick waited.
+    Position.TranslateMode = DragWithMouse;
     ShowPositionStatus();
     ShowPositionPage();
     ForceOffsetUpdate();

@@ -138,8 +138,10 @@ void DragOffset(View* view) {
 
 void DragCentre(View* view) {
     PushOffset();
+    const int formerMode = Position.CentreMode;
     Position.CentreMode = -1;
-    CentreDrag(view).Run();
+    if (!CentreDrag(view).Run())
+        Position.CentreMode = formerMode;
     DirtyWindow(OffsetGizmo);
 }
 
@@ -174,18 +176,14 @@ PickAnswer TakeDifference(const Picked& picked) {
 }
 
 PickAnswer TakeCentre(const Picked& picked) {
-    PushOffset();
     std::copy_n(picked.Point, 3, Position.Centre);
     ShowSettled();
     return PickAnswer::Taken;
 }
 
 PickAnswer TakeAxis(const Picked& picked) {
-    PushOffset();
-    if (!SetAxisThrough(picked.Point)) {
-        UndoPosition();
+    if (!SetAxisThrough(picked.Point))
         return PickAnswer::Refused;
-    }
     ShowSettled();
     return PickAnswer::Taken;
 }

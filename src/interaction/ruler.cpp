@@ -122,7 +122,10 @@ void ChangeSize() {
 }
 
 void ChooseEnd() {
-    CloseRulerWindow(ButtonChoice == 0);
+    const bool done = ButtonChoice == 0;
+    if (done && ActiveNumber(ValueField) == 0)
+        TakeNumber(ValueField, 0);
+    CloseRulerWindow(done);
 }
 
 int TickX(int tick) {

@@ -177,6 +177,17 @@ int ClickSample() {
     return 0;
 }
 
+void DescribeSamples(const Gadget*, GadgetDescription& description) {
+    static constexpr const char* names[] = {"Plain sample", "Textured sample"};
+    constexpr int bottom = SampleY - SampleRadius, side = 2 * SampleRadius;
+    description.Label = "Samples";
+    description.Box = {SampleX[0] - SampleRadius, bottom, SampleX[1] - SampleX[0] + side, side};
+    for (const int sample : {0, 1})
+        description.Items.push_back({names[sample], {SampleX[sample] - SampleRadius, bottom, side, side}});
+}
+
+constexpr GadgetKind SamplesKind = {"custom", DescribeSamples, nullptr, nullptr};
+
 // ---- The window
 
 void ShowEditGadgets() {
@@ -199,7 +210,7 @@ void BuildGizmo() {
     EditGadgets[2] = AddIntButtons(0, adjustY, EditColumnWidth, ButtonsSmallFont, 2, adjustLabels, AdjustTextureButton,
                                    nullptr, nullptr);
     EditGadgets[3] = AddIntCheck(maskX, maskY, 0, CheckSmallFont, nullptr, MaskLabel, nullptr, &MaskTextureSelections);
-    Kirvo_AddGadget(DrawSamples, ClickSample);
+    Kirvo_AddGadget(DrawSamples, ClickSample)->Kind = &SamplesKind;
     ShowEditGadgets();
 }
 

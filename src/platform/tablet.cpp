@@ -121,18 +121,24 @@ void CloseTablet() {
 }
 
 void ReadTablet() {
-    if (!Tablet.Device)
-        return;
+    if (Tablet.Device)
+        TakeTabletEvents(
+            [](unsigned flags, input_event& event) { return libevdev_next_event(Tablet.Device, flags, &event); });
+}
+
+void TakeTabletEvents(int (*next)(unsigned flags, input_event& event)) {
     for (;;) {
         input_event event{};
-        int result = libevdev_next_event(Tablet.Device, LIBEVDEV_READ_FLAG_NORMAL, &event);
+        int result = next(LIBEVDEV_READ_FLAG_NORMAL, event);
         // Events were lost: the device tells its state anew.
         while (result == LIBEVDEV_READ_STATUS_SYNC) {
             TakeIn(event);
-            result = libevdev_next_event(Tablet.Device, LIBEVDEV_READ_FLAG_SYNC, &event);
+            result = next(LIBEVDEV_READ_FLAG_SYNC, event);
         }
         if (result == -ENODEV)
             return Refuse("the tablet", "it was unplugged");
+        if (result < 0 && result != -EAGAIN && result != -EINTR)
+            return Refuse("the tablet", std::strerror(-result));
         if (result != LIBEVDEV_READ_STATUS_SUCCESS)
             return;
         TakeIn(event);

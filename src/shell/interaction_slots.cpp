@@ -60,7 +60,6 @@ void RegisterOverlays() {
     RegisterOverlay({OverlayBand::Model, PickedPointsOrder, DrawPickedVertices});
     RegisterOverlay({OverlayBand::Model, RotationAxisOrder, ShowRotationAxis});
     RegisterOverlay({OverlayBand::Model, TexturePointsOrder, DrawTexture3Point});
-    RegisterOverlay({OverlayBand::Model, TexturePointsOrder, DrawTexture3Point});
     RegisterOverlay({OverlayBand::BeforeModel, 10, DrawNewPolygon});
     RegisterOverlay({OverlayBand::Label, 10, DrawHUD});
     RegisterOverlay({OverlayBand::Label, 20, FollowGridSize});

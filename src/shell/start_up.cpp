@@ -83,6 +83,7 @@ void StartNewModel() {
 // What an interrupted program left, or the model that the command line or the defaults file names; a new one when there
 // is none. A file that cannot be read leaves a new model and is not told about.
 void TakeFirstModel(int argumentCount, char* const arguments[]) {
+    RemoveUnfinishedReplacements(".", KirvoExtension);
     if (LoadCheckpoint()) {
         RemoveUnfinishedReplacements(FilePath, KirvoExtension);
         ChangeWindowTitle();

@@ -14,7 +14,7 @@ void CleanUpObject() {
     const bool stale = !object->ConnectionsOK || !object->NormalsOK;
     if (!object->ConnectionsOK) {
         Trace("Connections remade\n");
-        SortObject();
+        KeepObjectSorted();
         MakeConnections();
         object->ConnectionsOK = 1;
         object->NormalsOK = 0;

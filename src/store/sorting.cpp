@@ -34,6 +34,15 @@ void SortObject() {
     SortLods();
 }
 
+void KeepObjectSorted() {
+    for (const SubObject* subObject : EverySubObject(CurrentObject()))
+        if (subObject->Next && std::strcmp(subObject->Next->Name, subObject->Name) < 0) {
+            SortObject();
+            return;
+        }
+    SortLods();
+}
+
 int SortLods() {
     Object* object = CurrentObject();
     bool sorted = true;

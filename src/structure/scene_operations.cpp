@@ -17,6 +17,7 @@
 #include "structure/structure_windows.h"
 #include "views/grid.h"
 #include "views/scene_views.h"
+#include "views/traversal.h"
 #include "views/viewports.h"
 
 namespace {
@@ -173,6 +174,9 @@ void KillObjectReferences(Object* object) {
     Trace("%d branches pruned\n", pruned);
     if (pruned && CurrentFile->SelectedBranch && !IsInScene(CurrentFile->SelectedBranch))
         SelectScene(nullptr);
+    // Branches may be selected without one that is the selected branch.
+    if (pruned)
+        NoSceneSelection = !AnySceneSelected();
     FreeUpBranch(SceneUndo);
     SceneUndo = nullptr;
     PruneReferences(ScenePaste, object);

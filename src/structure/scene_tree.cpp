@@ -360,6 +360,7 @@ int SceneSelect(Branch* first) {
 }
 
 Branch* NeighbourInTree(Branch* first, const Branch* branch, int direction) {
+    branch = ShownHolderOf(const_cast<Branch*>(branch));
     Branch *before = nullptr, *found = nullptr;
     bool passed = false;
     ForEachShown(first, [&](Branch* each, std::size_t) {

@@ -128,7 +128,15 @@ PictureFormat ReadPictureSize(const char* name, PictureSize& size) {
     case PictureFormat::Png:
         return ReadPngSize(bytes.data(), bytes.size(), size) ? format : PictureFormat::None;
     case PictureFormat::Jpeg:
-        return ReadJpegSize(bytes.data(), bytes.size(), size) ? format : PictureFormat::None;
+        if (ReadJpegSize(bytes.data(), bytes.size(), size))
+            return format;
+        // What precedes the frame may be longer still.
+        if (bytes.size() == HeaderBytes) {
+            const std::vector<std::uint8_t> all = ReadBytes(name, LargestFile);
+            if (ReadJpegSize(all.data(), all.size(), size))
+                return format;
+        }
+        return PictureFormat::None;
     case PictureFormat::None:
         break;
     }

@@ -76,9 +76,13 @@ void DeleteThemAll(int ok) {
 } // namespace
 
 void LoadTextureFile(const char* path) {
-    Texture* texture = IsUsable(path) ? AddTexture(path) : nullptr;
-    if (!texture)
+    if (!IsUsable(path))
         return;
+    Texture* texture = AddTexture(path);
+    if (!texture) {
+        TellUser(MsgTextureError);
+        return;
+    }
     ShowTexture(texture);
     TextureAppChange();
 }

@@ -7,6 +7,7 @@
 #include "base/palette_file.h"
 #include "base/text_lines.h"
 #include "gooey/file_selector.h"
+#include "gooey/messages.h"
 #include "gooey/palette_selection.h"
 #include "store/accessors.h"
 #include "store/pools.h"
@@ -20,6 +21,8 @@
 #include "textures/texture_library.h"
 
 #include <array>
+#include <cerrno>
+#include <cstring>
 #include <iterator>
 #include <string>
 
@@ -161,7 +164,10 @@ const char* DefaultTexturesFile() {
 }
 
 int SaveDefaultTextures() {
-    return WriteTexturesFile(DefaultTexturesFile());
+    const int written = WriteTexturesFile(DefaultTexturesFile());
+    if (!written)
+        TellUserS((std::string(TextureFiles.CannotWrite) + "\n\n" + std::strerror(errno)).c_str());
+    return written;
 }
 
 void LoadDefaultTextures() {

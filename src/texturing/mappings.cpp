@@ -155,7 +155,7 @@ void MapCylinder(Polygon* polygon, const CylinderMap& map) {
         return;
     for (PolygonBead* bead : EveryBead(polygon)) {
         double p[3];
-        if (const double angle = angleOf(bead, p); angle < -HalfPi)
+        if (const double angle = angleOf(bead, p); angle < -HalfPi && (p[0] != 0 || p[1] != 0))
             SetTexCoord(bead, angle / FullTurn * map.Repeat + map.Repeat, p[2] / map.Square / map.Stretch);
     }
 }

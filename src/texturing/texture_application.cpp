@@ -66,7 +66,7 @@ void RemoveTextures() {
 }
 
 void ApplyEnvironmentMap() {
-    if (!CurrentTexture())
+    if (!CurrentTexture() || !SomePolygonsSelected())
         return;
     ChangeSelectedPolygons([](Polygon* polygon) {
         GiveTexture(polygon);

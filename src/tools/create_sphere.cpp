@@ -159,7 +159,7 @@ const MenuEntry SolidMenu[] = {
     LastSettingsEntry,
 };
 
-constexpr std::int16_t Status[] = {86, 90, 98, 0};
+constexpr std::int16_t Status[] = {86, 98, 0};
 
 const Tool SphereTool = {
     .Left = SolidCreateLeft,

@@ -11,6 +11,7 @@
 #include "interaction/grid_gizmo.h"
 #include "platform/system.h"
 #include "store/accessors.h"
+#include "store/storage.h"
 #include "store/walks.h"
 #include "views/scene_views.h"
 #include "views/viewports.h"
@@ -110,6 +111,7 @@ void ScaleObject(double factor) {
         for (double& coordinate : vertex->Position)
             coordinate *= factor;
     ConnectionsOK() = 0;
+    WorkSaved = 0;
     DevalidateObjectViews();
     DirtyModelWindows();
     DirtyGrid();

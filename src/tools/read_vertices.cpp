@@ -11,6 +11,7 @@
 #include "gooey/label.h"
 #include "gooey/messages.h"
 #include "gooey/program_windows.h"
+#include "gooey/redraw.h"
 #include "gooey/tool_window.h"
 #include "platform/events.h"
 #include "store/objects.h"
@@ -38,11 +39,13 @@ int Has2Coordinates = 1, Has3Coordinates = 0;
 void Use2Coordinates(GadgetArg) {
     Has2Coordinates = 1;
     Has3Coordinates = 0;
+    DirtyWindow(FormatWindow);
 }
 
 void Use3Coordinates(GadgetArg) {
     Has2Coordinates = 0;
     Has3Coordinates = 1;
+    DirtyWindow(FormatWindow);
 }
 
 int Progress(double part) {

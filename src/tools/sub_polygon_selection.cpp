@@ -55,7 +55,10 @@ int IsSubPolygonOf(const Polygon* polygon, const Polygon* other) {
 }
 
 int NoParentSelected(const Polygon* polygon) {
-    return !polygon->Parent || !polygon->Parent->Selected;
+    for (const Polygon* parent = polygon->Parent; parent; parent = parent->Parent)
+        if (parent->Selected)
+            return 0;
+    return 1;
 }
 
 void MovePolygon(Polygon* polygon, Polygon* parent) {

@@ -13,8 +13,7 @@ void SelectAllUnselectedParents();
 
 /// 1 when `other` lies anywhere in the polygon's tree of sub-polygons.
 int IsSubPolygonOf(const Polygon* polygon, const Polygon* other);
-/// 1 when no polygon that this one lies on is selected; what lies on selected ones must be
-/// (SelectAllUnselectedChildren).
+/// 1 when no polygon that this one lies on, at any depth, is selected.
 int NoParentSelected(const Polygon* polygon);
 
 /// Hangs the polygon, with its own sub-polygons, on another one (of which it is no ancestor), or, with a null parent,

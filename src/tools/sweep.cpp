@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstring>
 #include <numbers>
+#include <utility>
 
 namespace {
 
@@ -86,8 +87,27 @@ std::vector<FlatPoint> Circle(int sides) {
     return points;
 }
 
+/// With a point wherever the profile crosses the axis: a quadrilateral across it would cross itself.
+std::vector<FlatPoint> CutAtAxis(const std::vector<FlatPoint>& points, bool closed) {
+    std::vector<FlatPoint> cut;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const FlatPoint& from = points[i];
+        cut.push_back(from);
+        if (i + 1 == points.size() && !closed)
+            break;
+        const FlatPoint& to = points[(i + 1) % points.size()];
+        if (from[0] * to[0] < 0)
+            cut.push_back({0, from[1] + (to[1] - from[1]) * from[0] / (from[0] - to[0]), 0});
+    }
+    return cut;
+}
+
 void FlattenSweep(Sweep& sweep) {
-    sweep.ProfilePoints = WithEnds(FlattenElist(sweep.Profile), sweep.Profile.Closed != 0, GridSquare(sweep.GridIndex));
+    const bool closed = sweep.Profile.Closed != 0;
+    std::vector<FlatPoint> profile = FlattenElist(sweep.Profile);
+    if (sweep.Revolve)
+        profile = CutAtAxis(profile, closed);
+    sweep.ProfilePoints = WithEnds(std::move(profile), closed, GridSquare(sweep.GridIndex));
     sweep.PathPoints = sweep.Revolve ? WithEnds(Circle(sweep.Sides), true, 1)
                                      : WithEnds(FlattenElist(sweep.Path), sweep.Path.Closed != 0, 1);
     sweep.ProfileCount = static_cast<int>(sweep.ProfilePoints.size());

@@ -4,6 +4,7 @@
 #include "interaction/selection_sets.h"
 #include "store/accessors.h"
 #include "store/clean_up.h"
+#include "store/connections.h"
 #include "store/duplicates.h"
 #include "store/integrity.h"
 #include "store/polygon_editing.h"
@@ -68,6 +69,7 @@ void JoinVertices() {
     }
     for (int axis = 0; axis < 3; ++axis)
         survivor->Position[axis] = sum[axis] / static_cast<double>(joined.size());
+    SussMinkyPolygons(); // neighbours in a ring may be one now
     ConnectionsOK() = 0;
     DirtyModelWindows();
 }

@@ -71,6 +71,7 @@ const NumericPanel CoordinatePanel = {
     .Inputs = Fields,
     .Text = CoordinateText,
     .Apply = SetCoordinate,
+    .TakesWhenLeft = true,
     .ManualPage = "R_VertexAdjust",
     .TextSize = FieldSize,
 };
@@ -91,9 +92,13 @@ void BuildBar() {
     ShowPicked();
 }
 
-void VertexAdjustLeft(View* view) {
+void TakeWhatIsTyped() {
     if (const int typing = ActiveNumber(Coordinates); typing >= 0)
         TakeNumber(Coordinates, typing);
+}
+
+void VertexAdjustLeft(View* view) {
+    TakeWhatIsTyped();
     DeselectAllVertices();
     Vertex* vertex = SelectSingleVertex(view);
     AdjustedVertex.Vertex = vertex;
@@ -114,6 +119,7 @@ int HasMoved() {
 }
 
 void KeepPlace() {
+    TakeWhatIsTyped();
     AdjustedVertex.Vertex = nullptr;
 }
 

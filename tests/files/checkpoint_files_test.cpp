@@ -177,6 +177,9 @@ TEST_F(CheckpointFiles, WhoMayNotReadTheModelMayNotReadThem) {
         EXPECT_EQ(mode(Checkpoint), model ? model : 0600U);
         EXPECT_EQ(mode(Information), 0600U);
     }
+    fs::permissions(home.Path(), static_cast<fs::perms>(0755));
+    ASSERT_TRUE(WriteCheckpoint({home.Path(), ""}));
+    EXPECT_EQ(mode(Checkpoint), 0600U) << "of a model without a name";
 }
 
 } // namespace

@@ -98,6 +98,15 @@ TEST_F(Clipboard, PastesKeepAllThatAFileTellsAndCanBeUndone) {
     }
 }
 
+TEST_F(Clipboard, TakesADecalOnADecalAlongWithTheSelectedGroundOnly) {
+    Polygon* ground = Square(0, 0);
+    Polygon* innermost = Square(0, 0, Square(0, 0, ground));
+    Select({ground, innermost});
+    CopyPolygons();
+    ASSERT_NE(PolygonPasteList, nullptr);
+    EXPECT_EQ(PolygonPasteList->Next, nullptr);
+}
+
 TEST_F(Clipboard, CuttingAndPastingBackJoinsTheVertices) {
     Square(1, 0);
     Square(0, 0, Square(0, 0));

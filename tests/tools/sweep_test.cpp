@@ -246,6 +246,12 @@ TEST_F(Sweeps, RevolvedProfilesAreSolids) {
     SweepChanged(Swept);
     Swept.CapEnds = 0;
     EXPECT_EQ(Added().Faces, 2 * 128);
+    // Across the axis: two cones that meet in a point, in place of polygons that cross themselves.
+    StoreTest::SetUp();
+    Swept.Sides = 16;
+    Fill(Swept.Profile, {{-1, -1}, {1, 1}});
+    SweepChanged(Swept);
+    EXPECT_EQ(Added().Faces, 2 * 16);
 }
 
 TEST_F(Sweeps, StrangeCurvesDoNoHarm) {

@@ -1,11 +1,15 @@
 #include "interaction/views_test.h"
 
+#include "platform/tablet.h"
 #include "tools/tablet.h"
 #include "tools/tablet_alignment.h"
 
 #include <array>
+#include <cerrno>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <linux/input.h>
 
 namespace {
 
@@ -102,6 +106,43 @@ TEST_F(Tablet, GivesOtherToolsTheirPoints) {
         EXPECT_TRUE(Points.empty());
         EXPECT_EQ(TabletBase, nullptr);
     }
+}
+
+/// A vertex and a half, then the device is pulled out while its button is down.
+int NextUntilUnplugged(unsigned, input_event& event) {
+    static constexpr struct {
+        std::uint16_t Type, Code;
+        std::int32_t Value;
+    } sent[] = {{EV_ABS, ABS_X, 1},      {EV_KEY, BTN_0, 1},      {EV_SYN, SYN_REPORT, 0}, {EV_KEY, BTN_0, 0},
+                {EV_SYN, SYN_REPORT, 0}, {EV_ABS, ABS_Y, -1},     {EV_KEY, BTN_0, 1},      {EV_SYN, SYN_REPORT, 0},
+                {EV_KEY, BTN_0, 0},      {EV_SYN, SYN_REPORT, 0}, {EV_KEY, BTN_0, 1},      {EV_SYN, SYN_REPORT, 0}};
+
+    static std::size_t next;
+    if (next == std::size(sent))
+        return -ENODEV;
+    event.type = sent[next].Type;
+    event.code = sent[next].Code;
+    event.value = sent[next++].Value;
+    return 0;
+}
+
+TEST_F(Tablet, UnpluggedInTheMiddleLeavesWhatWasEntered) {
+    Digitise(0);
+    InTablet("button \"Enter vertices\"\n");
+    testing::internal::CaptureStderr();
+    gl::TakeTabletEvents(NextUntilUnplugged);
+    gl::ReadTablet();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "KIRVO_TABLET: cannot use the tablet: it was unplugged\n");
+    Settle();
+    ASSERT_EQ(Vertices(), 1u);
+    EXPECT_EQ((std::array{FirstVertex()->Position[0], FirstVertex()->Position[1], FirstVertex()->Position[2]}),
+              (std::array{1.0, 0.0, 1.0}));
+    // The window goes on, with another tablet, too.
+    InTablet("puck 0 1 2\nbutton \"Done\"\n");
+    EXPECT_EQ(TabletBase, nullptr);
+    EXPECT_EQ(Vertices(), 2u);
+    Undo();
+    EXPECT_EQ(Vertices(), 0u);
 }
 
 TEST_F(Tablet, TakesVerticesBackUnlessTheyAreUsed) {
