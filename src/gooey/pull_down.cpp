@@ -124,9 +124,11 @@ int ClickBar(Gadget* gadget) {
         const Setting setting = SettingOf(bar);
         const int labelToBox = setting.Padding / 2 - TitleMarginOf(setting);
         auto show = [&] {
-            // What a check hid when the bar was made may be there now.
-            FreeMenu(open->Items);
-            open->Items = BuildMenu(open->Table);
+            if (bar.BuildsAtOpening) {
+                FreeMenu(open->Items);
+                open->Items = BuildMenu(open->Table);
+                PlaceTitles(bar);
+            }
             session.Show(open->Items, open->X + labelToBox, CurrentWindow->Height - MenuBelowTop);
         };
         auto follow = [&] {
@@ -214,6 +216,10 @@ void DrawChopEnd(Gadget* gadget) {
 }
 
 } // namespace
+
+void BuildMenusAtOpening(Gadget* bar) {
+    GadgetData<PullDownBar>(bar).BuildsAtOpening = 1;
+}
 
 Gadget* AddPullDownMenu(const MenuEntry* const* menus, void (*callback)(int id)) {
     Gadget* gadget = CreateGadget<PullDownBar>();

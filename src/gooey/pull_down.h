@@ -25,12 +25,17 @@ struct PullDownBar {
     MenuTitle* Titles;
     /// Pixels at the window's right edge that the titles leave free when that is possible, by moving closer together.
     std::int32_t Reserve;
+    /// See BuildMenusAtOpening.
+    std::int32_t BuildsAtOpening;
 };
 
 /// Adds a bar along the top of the current window, with a null-terminated array of menu tables, each beginning with a
 /// title (one that does not ends the program with status 666). `callback`, which may be null, gets the Id of each item
 /// chosen. The menus are built now, their check functions asked again at each opening.
 Gadget* AddPullDownMenu(const MenuEntry* const* menus, void (*callback)(int id));
+
+/// Has the menus of a bar built anew at each opening: entries come and go, and tables change, while it is shown.
+void BuildMenusAtOpening(Gadget* bar);
 
 /// Bracket a bar so that it covers the strip only up to the x where the bracket ends; the rest is cleared to the
 /// window's background. Both return the gadgets that do it; they are shown and hidden together with the bar.

@@ -232,12 +232,18 @@ void AddImportsAndExports() {
     imports.Kind = imports.Submenu && !exports.Submenu ? MenuEntrySeparated : MenuEntryItem;
 }
 
-Gadget* AddSingleObjectMenu() {
+/// Files come and go while the bar is shown.
+static Gadget* AddMainMenus(const MenuEntry* const* menus) {
     AddImportsAndExports();
-    return AddPullDownMenu(ObjectMenus, TheMenuSlots.DealWithPulldown);
+    Gadget* bar = AddPullDownMenu(menus, TheMenuSlots.DealWithPulldown);
+    BuildMenusAtOpening(bar);
+    return bar;
+}
+
+Gadget* AddSingleObjectMenu() {
+    return AddMainMenus(ObjectMenus);
 }
 
 Gadget* AddSceneModeMenu() {
-    AddImportsAndExports();
-    return AddPullDownMenu(SceneMenus, TheMenuSlots.DealWithPulldown);
+    return AddMainMenus(SceneMenus);
 }
